@@ -1,0 +1,59 @@
+# How a folder becomes a target, in one place.
+#
+# A folder is a layer. Each target sees its own folder and those of the targets that it links, and
+# no other: its include path is a folder in the build tree that holds one link, to its sources. So
+# an include that breaks the order of the layers does not compile.
+
+option(VN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(VN_FUZZ "Build the fuzzers (clang only)" OFF)
+
+add_library(vn_options INTERFACE)
+target_compile_options(vn_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Werror
+  -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=) # a log line names a file by its place in the repository
+target_compile_definitions(vn_options INTERFACE
+  QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_ASCII)
+if(VN_SANITIZE)
+  target_compile_options(vn_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(vn_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# Makes `#include "FOLDER/Header.h"` find this source folder for TARGET and for those that link it.
+function(vn_expose target folder)
+  set(root ${CMAKE_BINARY_DIR}/include/${target})
+  file(MAKE_DIRECTORY ${root})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${root}/${folder} SYMBOLIC)
+  get_target_property(kind ${target} TYPE)
+  if(kind STREQUAL "INTERFACE_LIBRARY")
+    target_include_directories(${target} INTERFACE ${root})
+  else()
+    target_include_directories(${target} PUBLIC ${root})
+  endif()
+endfunction()
+
+# vn_library(TARGET FOLDER name SOURCES ... LINKS ...): one folder as a static library.
+function(vn_library target)
+  cmake_parse_arguments(arg "" "FOLDER" "SOURCES;LINKS" ${ARGN})
+  add_library(${target} STATIC ${arg_SOURCES})
+  target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE vn_options)
+  vn_expose(${target} ${arg_FOLDER})
+endfunction()
+
+# vn_test(NAME SOURCES ... LINKS ...): a Qt Test program, run without a display. NAME.cpp is taken
+# when no SOURCES are given.
+function(vn_test name)
+  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
+  if(NOT arg_SOURCES)
+    set(arg_SOURCES ${name}.cpp)
+  endif()
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 300)
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LINKS} vn_test_support vn_options)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
+    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;${arg_ENVIRONMENT}")
+endfunction()
