@@ -121,9 +121,12 @@ bool vipLi::NewFootageItem(SuiteHandler &suites, const QByteArray &file, bool is
             /*layerKey=*/nullptr, &options, AEGP_InterpretationStyle_NO_DIALOG_GUESS,
             /*reserved=*/nullptr, &footage)))
         return false;
+    NewFootage owned(suites, footage);
+    if (VN_HOST_FAILED(suites.Footage11()->AEGP_AddFootageToProject(footage, folder, &item)))
+        return false;
+    owned.Release();
     A_long mainFiles = 0;
     A_long filesPerFrame = 0;
-    return !VN_HOST_FAILED(suites.Footage11()->AEGP_AddFootageToProject(footage, folder, &item))
-        && !VN_HOST_FAILED(
-            suites.Footage11()->AEGP_GetFootageNumFiles(footage, &mainFiles, &filesPerFrame));
+    return !VN_HOST_FAILED(
+        suites.Footage11()->AEGP_GetFootageNumFiles(footage, &mainFiles, &filesPerFrame));
 }
