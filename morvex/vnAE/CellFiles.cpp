@@ -185,11 +185,13 @@ bool MakeZeroName(const char *firstFile, CellPath &zeroName, CellName &extension
     return MakeCellPath(zeroName, parts);
 }
 
-/// Writes the whole file or nothing.
+/// Writes the whole file or nothing. The flush is asked for by itself, because a commit takes no
+/// notice of one that fails and would keep a file without its end.
 bool SaveImage(const QImage &image, const QString &path, const char *format)
 {
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && image.save(&file, format) && file.commit();
+    return file.open(QIODevice::WriteOnly) && image.save(&file, format) && file.flush()
+        && file.commit();
 }
 
 } // namespace

@@ -416,22 +416,30 @@ void TestCellFilesZero::aFolderWithoutWritePermissionStopsIt()
 void TestCellFilesZero::aDiskThatFillsUpLeavesNoHalfFile_data()
 {
     QTest::addColumn<QString>("extension");
-    QTest::newRow("png") << QStringLiteral("png");
-    QTest::newRow("tga") << QStringLiteral("tga");
+    QTest::addColumn<QSize>("size");
+    const QString png = QStringLiteral("png"), tga = QStringLiteral("tga");
+    // What is written last, and first when the file is small, leaves its buffer at the very end.
+    QTest::newRow("png of one buffer") << png << QSize(1201, 901);
+    QTest::newRow("png of several") << png << QSize(2501, 2001);
+    QTest::newRow("tga of one buffer") << tga << QSize(41, 31);
+    QTest::newRow("tga of several") << tga << QSize(501, 301);
 }
 
 void TestCellFilesZero::aDiskThatFillsUpLeavesNoHalfFile()
 {
 #ifdef VN_TEST_HAS_LIMITS
     QFETCH(QString, extension);
+    QFETCH(QSize, size);
     const QString first = QStringLiteral("walk01.") + extension;
-    QVERIFY(QImage(1201, 901, QImage::Format_ARGB32).save(PathOf(first)));
+    QImage drawing(size, QImage::Format_ARGB32);
+    drawing.fill(0x40C08060U);
+    QVERIFY(drawing.save(PathOf(first)));
 
     // A write past the limit fails as one to a full disk does, once its signal is ignored.
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit before = {};
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit small = { 1000, before.rlim_max };
+    const rlimit small = { /*bytes=*/1000, before.rlim_max };
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
     const QByteArray answer = Write("walk", extension.toLatin1());
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
