@@ -1,0 +1,139 @@
+#include "FootageFiles.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QImageReader>
+
+#include <algorithm>
+
+namespace rostrum {
+namespace {
+
+/// walk0001.png: stem "walk", digits "0001", extension "png". A leading point starts no extension.
+struct NumberedName
+{
+    QString stem;
+    QString digits;
+    QString extension;
+};
+
+NumberedName TakeApart(const QString &fileName)
+{
+    const int point = fileName.lastIndexOf(QLatin1Char('.'));
+    const QString whole = point > 0 ? fileName.left(point) : fileName;
+    int start = whole.size();
+    while (
+        start > 0 && whole[start - 1] >= QLatin1Char('0') && whole[start - 1] <= QLatin1Char('9'))
+        --start;
+    return { whole.left(start), whole.mid(start), point > 0 ? fileName.mid(point + 1) : QString() };
+}
+
+struct NumberedFile
+{
+    qint32 number = 0;
+    QString name;
+};
+
+bool ByNumber(const NumberedFile &a, const NumberedFile &b)
+{
+    return a.number != b.number ? a.number < b.number : a.name < b.name;
+}
+
+QVector<NumberedFile> FilesOfSeries(const QString &folder, const NumberedName &wanted)
+{
+    QVector<NumberedFile> files;
+    QDirIterator list(folder, QDir::Files | QDir::Hidden);
+    while (list.hasNext()) {
+        list.next();
+        const QString name = list.fileName();
+        const NumberedName parts = TakeApart(name);
+        bool isNumber = false;
+        const qint32 number = parts.digits.toInt(&isNumber);
+        if (isNumber && parts.stem.compare(wanted.stem, Qt::CaseInsensitive) == 0
+            && parts.extension.compare(wanted.extension, Qt::CaseInsensitive) == 0)
+            files << NumberedFile{ number, name };
+    }
+    std::sort(files.begin(), files.end(), ByNumber);
+    return files;
+}
+
+ImportResult Failed(const QString &error)
+{
+    ImportResult result;
+    result.error = error;
+    return result;
+}
+
+QByteArray SeriesName(const Footage &footage)
+{
+    const NumberedName first = TakeApart(footage.files.first());
+    const NumberedName last = TakeApart(footage.files.last());
+    const QString name = QStringLiteral("%1[%2-%3].%4")
+                             .arg(first.stem, first.digits, last.digits, first.extension);
+    return name.toUtf8();
+}
+
+} // namespace
+
+QString WithSlashes(const QString &path)
+{
+    QString result = path;
+    return result.replace(QLatin1Char('\\'), QLatin1Char('/'));
+}
+
+QString RealFileName(const QString &folder, const QString &fileName)
+{
+    if (fileName.isEmpty())
+        return {};
+    if (QFileInfo(folder + QLatin1Char('/') + fileName).isFile())
+        return fileName;
+    QDirIterator list(folder, QDir::Files | QDir::Hidden);
+    while (list.hasNext()) {
+        list.next();
+        if (list.fileName().compare(fileName, Qt::CaseInsensitive) == 0)
+            return list.fileName();
+    }
+    return {};
+}
+
+ImportResult ImportDrawings(const QString &path, bool series)
+{
+    const QFileInfo wanted(QDir::cleanPath(WithSlashes(path)));
+    const QString fileName = WithSlashes(path).section(QLatin1Char('/'), -1);
+    if (fileName.isEmpty()) // a folder is never taken for a series
+        return Failed(QStringLiteral("\"%1\" names no file").arg(path));
+    const QString folder = wanted.absolutePath();
+    const QString real = RealFileName(folder, fileName);
+    if (real.isEmpty())
+        return Failed(QStringLiteral("There is no file \"%1\" in \"%2\"").arg(fileName, folder));
+
+    ImportResult result;
+    result.footage.folder = folder;
+    result.footage.isSeries = series;
+    result.footage.files << real;
+    result.name = real.toUtf8();
+    const NumberedName parts = TakeApart(real);
+    if (series && !parts.digits.isEmpty()) {
+        result.footage.files.clear();
+        for (const NumberedFile &file : FilesOfSeries(folder, parts)) {
+            result.footage.files << file.name;
+            result.footage.numbers << file.number;
+        }
+        if (result.footage.files.isEmpty()) // digits beyond any number
+            return Failed(QStringLiteral("The number of \"%1\" is too large").arg(real));
+        result.name = SeriesName(result.footage);
+    }
+
+    QImageReader reader(result.footage.PathOf(0));
+    reader.setDecideFormatFromContent(false); // an extension without a reader is refused at once
+    result.footage.size = reader.size();
+    if (result.footage.size.isEmpty())
+        result.footage.size = reader.read().size(); // some formats tell their size only so
+    if (result.footage.size.isEmpty())
+        return Failed(QStringLiteral("\"%1\" is no image that can be read: %2")
+                          .arg(result.footage.PathOf(0), reader.errorString()));
+    return result;
+}
+
+} // namespace rostrum
