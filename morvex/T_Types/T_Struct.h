@@ -119,8 +119,8 @@ public:
     T_Obj *mCursor = nullptr; // where a walk goes on
 
 private:
-    T_Obj *ReadStruct(const QString &className, const QString &name, QStringList &created);
-    bool ReadItem(const char *tag, const QString &name, QStringList &created);
+    void ReadItem(const char *tag, const QString &name, QStringList &created);
+    void ReadStruct(const QString &className, const QString &name, QStringList &created);
     void CopyStructs(T_Struct *copy);
     void CopyVars(T_Struct *copy);
     void CopyTabs(T_Struct *copy);

@@ -42,6 +42,8 @@ public:
     qint32 mCount = 0; // elements
 
 private:
+    /// False for an array of QString, which has no storage behind its count.
+    bool HasText() const { return mType != TV_QSTRING; }
     void *Data() const { return mArray ? *mArray : nullptr; }
 };
 

@@ -70,6 +70,8 @@ public:
     quint16 mStringSize = 0; // bytes of a TV_STRING, terminator included; that type only
 
 private:
+    void RealsToText(void *data, int index) const;
+    void TextToReals(void *data, const char *text, int index);
     void PropagateTo(T_Struct *target, bool sameName, int level);
 };
 
