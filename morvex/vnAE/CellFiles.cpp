@@ -4,6 +4,7 @@
 #include "support/vnLog.h"
 #include "support/vnPath.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QSaveFile>
 
@@ -185,13 +186,16 @@ bool MakeZeroName(const char *firstFile, CellPath &zeroName, CellName &extension
     return MakeCellPath(zeroName, parts);
 }
 
-/// Writes the whole file or nothing. The flush is asked for by itself, because a commit takes no
-/// notice of one that fails and would keep a file without its end.
+/// Writes the whole file or nothing. The image is made in memory, where no write can fail: Qt's
+/// writer of PNG keeps its rows when one does. The flush is asked for by itself, because a commit
+/// takes no notice of one that fails and would keep a file without its end.
 bool SaveImage(const QImage &image, const QString &path, const char *format)
 {
+    QBuffer bytes;
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && image.save(&file, format) && file.flush()
-        && file.commit();
+    return bytes.open(QIODevice::WriteOnly) && image.save(&bytes, format)
+        && file.open(QIODevice::WriteOnly) && file.write(bytes.data()) == bytes.size()
+        && file.flush() && file.commit();
 }
 
 } // namespace
