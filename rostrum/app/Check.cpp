@@ -164,7 +164,8 @@ int RunCheckPass(const CheckSettings &settings, int argc, char **argv)
         std::printf("not loaded: %s\n", qPrintable(refused));
         return 1;
     }
-    std::printf("registered\n%s", RegisteredText(host).constData());
+    std::printf("registered\n%s%s", RegisteredText(host).constData(),
+        HooksText(host.GetTrace()).constData());
     WalkThroughLife(host);
 
     std::printf("used\n%s", UsedText(host.GetTrace()).constData());

@@ -32,6 +32,17 @@ QByteArray RegisteredText(Host &host)
     return text.isEmpty() ? QByteArray("  nothing\n") : text;
 }
 
+QByteArray HooksText(const Trace &trace)
+{
+    QByteArray text;
+    for (const TraceEntry &entry : trace.Entries()) {
+        const QByteArray function(entry.function);
+        if (entry.result == A_Err_NONE && function.startsWith("AEGP_Register"))
+            text += "  " + function.mid(5) + '(' + entry.arguments + ")\n";
+    }
+    return text;
+}
+
 QByteArray UsedText(const Trace &trace)
 {
     QMap<QByteArray, QMap<QByteArray, Use>> bySuite;

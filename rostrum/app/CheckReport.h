@@ -8,8 +8,11 @@
 
 namespace rostrum {
 
-/// What the plug-in has registered: menu items, panels, hooks.
+/// What the plug-in has registered: menu items and panels.
 QByteArray RegisteredText(Host &host);
+
+/// The hooks that were registered, with their arguments, in order.
+QByteArray HooksText(const Trace &trace);
 
 /// The suites and functions that were called, with how often, failures apart.
 QByteArray UsedText(const Trace &trace);

@@ -1,6 +1,5 @@
-#include "testhost/SheetFixture.h"
+#include "LibrarySheet.h"
 #include "testing/AllocationCount.h"
-#include "vnAE/vipLi.h"
 
 /// Reading a cell is done for each frame of each column on a reload: it allocates nothing.
 class TestVipLiAllocations : public QObject
@@ -23,7 +22,7 @@ void TestVipLiAllocations::theCounterCounts()
 
 void TestVipLiAllocations::readingACellAllocatesNothing()
 {
-    SheetFixture sheet(Keys{ { 0, 1 }, { 4, 2 }, { 9, 3 } });
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 4, 2 }, { 9, 3 } });
     qint32 image = -1;
     qint32 sum = 0;
     QVERIFY(GetVipLi()->GetCellImage(0, image));
@@ -38,7 +37,7 @@ void TestVipLiAllocations::readingACellAllocatesNothing()
 
 void TestVipLiAllocations::openingASuiteScopeAllocatesNothing()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     GetVipLi()->GetColumnCount();
     const long before = testing::AllocationCount();
     QCOMPARE(GetVipLi()->GetColumnCount(), 1);

@@ -1,6 +1,5 @@
+#include "LibrarySheet.h"
 #include "support/vnLog.h"
-#include "testhost/SheetFixture.h"
-#include "vnAE/vipLi.h"
 
 /// Cells of a column as hold keys on its time-remap stream.
 class TestVipLiCells : public QObject
@@ -47,15 +46,15 @@ private slots:
 
 void TestVipLiCells::aSheetIsOneKeyARun()
 {
-    SheetFixture sheet(Keys{});
+    LibrarySheet sheet(Keys{});
     const QVector<int> column{ 1, 1, 1, 2, 2, 0 };
     for (int frame = 0; frame < column.size(); ++frame)
         QVERIFY(GetVipLi()->SetCellImage(frame, column[frame]));
 
     QCOMPARE(sheet.RemapKeys(), Keys({ { 0, 1 }, { 3, 2 }, { 5, 0 } }));
     QCOMPARE(sheet.Column(6), column);
-    QCOMPARE(sheet.RemapStream().KeyAt(0).value[0], 1 / 25.0);
-    QCOMPARE(sheet.RemapStream().KeyAt(1).value[0], 2 / 25.0);
+    QCOMPARE(sheet.Remap().KeyAt(0).value[0], 1 / 25.0);
+    QCOMPARE(sheet.Remap().KeyAt(1).value[0], 2 / 25.0);
 }
 
 void TestVipLiCells::writingOneCell_data()
@@ -93,7 +92,7 @@ void TestVipLiCells::writingOneCell()
     QFETCH(Keys, before);
     QFETCH(int, frame);
     QFETCH(int, image);
-    SheetFixture sheet(before);
+    LibrarySheet sheet(before);
     QVERIFY(GetVipLi()->SetCellImage(frame, image));
     QTEST(sheet.RemapKeys(), "after");
     qint32 read = -1;
@@ -103,15 +102,15 @@ void TestVipLiCells::writingOneCell()
 
 void TestVipLiCells::aWrittenKeyHoldsBothWaysAndItsNeighboursKeepTheirs()
 {
-    SheetFixture sheet(Keys{ { 0, 1 }, { 20, 3 } });
-    rostrum::Stream &stream = sheet.EditRemapStream();
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 20, 3 } });
+    rostrum::Stream &stream = sheet.EditRemap();
     for (int key = 0; key < 2; ++key)
         stream.SetKeyInterpolation(
             key, rostrum::Interpolation::Linear, rostrum::Interpolation::Bezier);
 
     QVERIFY(GetVipLi()->SetCellImage(10, 5));
 
-    const rostrum::Stream &written = sheet.RemapStream();
+    const rostrum::Stream &written = sheet.Remap();
     QCOMPARE(written.KeyCount(), 3);
     QCOMPARE(int(written.KeyAt(0).out), int(rostrum::Interpolation::Bezier));
     QCOMPARE(int(written.KeyAt(1).in), int(rostrum::Interpolation::Hold));
@@ -121,7 +120,7 @@ void TestVipLiCells::aWrittenKeyHoldsBothWaysAndItsNeighboursKeepTheirs()
 
 void TestVipLiCells::aRunReachesUpToTheNextKey()
 {
-    SheetFixture sheet(Keys{ { 0, 1 }, { 20, 3 } });
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 20, 3 } });
     QVERIFY(GetVipLi()->SetCellImage(10, 5));
     QVector<int> expected(10, 1);
     expected += QVector<int>(10, 5);
@@ -131,7 +130,7 @@ void TestVipLiCells::aRunReachesUpToTheNextKey()
 
 void TestVipLiCells::theFirstWriteOnAStreamWithoutKeysInsertsTheFirstKey()
 {
-    SheetFixture sheet(Keys{});
+    LibrarySheet sheet(Keys{});
     QVERIFY(GetVipLi()->SetCellImage(6, 3));
     QCOMPARE(sheet.RemapKeys(), Keys({ { 6, 3 } }));
     // The frames before it show what the host gives before a first key: that key's value.
@@ -140,7 +139,7 @@ void TestVipLiCells::theFirstWriteOnAStreamWithoutKeysInsertsTheFirstKey()
 
 void TestVipLiCells::aFrameBeyondTheCompositionIsNotRefused()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     const int beyond = sheet.Frames() + 400;
     QVERIFY(GetVipLi()->SetCellImage(beyond, 2));
     QCOMPARE(sheet.RemapKeys(), Keys({ { 0, 1 }, { beyond, 2 } }));
@@ -148,7 +147,7 @@ void TestVipLiCells::aFrameBeyondTheCompositionIsNotRefused()
 
 void TestVipLiCells::aFrameOutsideTheLayersBarIsNotRefused()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     sheet.EditLayer().inPoint = { 5, 25 };
     sheet.EditLayer().duration = { 3, 25 };
     QVERIFY(GetVipLi()->SetCellImage(12, 2));
@@ -157,8 +156,8 @@ void TestVipLiCells::aFrameOutsideTheLayersBarIsNotRefused()
 
 void TestVipLiCells::aHandMadeRampReadsBackRoundedAtEachFrame()
 {
-    SheetFixture sheet(Keys{ { 0, 1 }, { 24, 25 } });
-    rostrum::Stream &stream = sheet.EditRemapStream();
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 24, 25 } });
+    rostrum::Stream &stream = sheet.EditRemap();
     for (int key = 0; key < 2; ++key)
         stream.SetKeyInterpolation(
             key, rostrum::Interpolation::Linear, rostrum::Interpolation::Linear);
@@ -170,11 +169,11 @@ void TestVipLiCells::aHandMadeRampReadsBackRoundedAtEachFrame()
 
 void TestVipLiCells::keysOfAnotherScaleAreFound()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    sheet.EditRemapStream().InsertKey({ 24, 50 }, { 3 / 25.0, 0, 0, 0 }); // frame 12
-    sheet.EditRemapStream().SetKeyInterpolation(
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    sheet.EditRemap().InsertKey({ 24, 50 }, { 3 / 25.0, 0, 0, 0 }); // frame 12
+    sheet.EditRemap().SetKeyInterpolation(
         1, rostrum::Interpolation::Hold, rostrum::Interpolation::Hold);
-    sheet.EditRemapStream().SetKeyInterpolation(
+    sheet.EditRemap().SetKeyInterpolation(
         0, rostrum::Interpolation::Hold, rostrum::Interpolation::Hold);
     QVERIFY(GetVipLi()->SetCellImage(12, 8));
     QCOMPARE(sheet.RemapKeys(), Keys({ { 0, 1 }, { 12, 8 } }));
@@ -182,24 +181,24 @@ void TestVipLiCells::keysOfAnotherScaleAreFound()
 
 void TestVipLiCells::aLayerWithAnOffsetKeepsItsFramesInCompositionTime()
 {
-    SheetFixture sheet(Keys{});
+    LibrarySheet sheet(Keys{});
     sheet.EditLayer().offset = { 4, 25 };
     QVERIFY(GetVipLi()->SetCellImage(0, 1));
     QVERIFY(GetVipLi()->SetCellImage(10, 5));
-    QCOMPARE(sheet.RemapStream().KeyAt(1).time, (rostrum::Time{ 6, 25 })); // in layer time
+    QCOMPARE(sheet.Remap().KeyAt(1).time, (rostrum::Time{ 6, 25 })); // in layer time
     QCOMPARE(sheet.Column(12), QVector<int>({ 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 5, 5 }));
     QVERIFY(GetVipLi()->HasKey(AEGP_LayerStream_TIME_REMAP, 10));
 }
 
 void TestVipLiCells::roundingOfImage29()
 {
-    SheetFixture sheet(Keys{ { 0, 29 } });
-    QCOMPARE(sheet.RemapStream().KeyAt(0).value[0], 29 / 25.0);
+    LibrarySheet sheet(Keys{ { 0, 29 } });
+    QCOMPARE(sheet.Remap().KeyAt(0).value[0], 29 / 25.0);
     qint32 sampled = -1;
     QVERIFY(GetVipLi()->GetCellImage(3, sampled));
     QCOMPARE(sampled, 29);
     qint32 held = -1;
-    const StreamHandle stream(sheet, AEGP_LayerStream_TIME_REMAP);
+    const StreamHandle stream(AEGP_LayerStream_TIME_REMAP);
     QVERIFY(GetVipLi()->GetKeyImage(stream.Handle(), 0, held));
     QCOMPARE(held, 28);
 }
@@ -210,22 +209,22 @@ void TestVipLiCells::numbersWhoseDoubleFallsShort()
     const QVector<int> shortOnes{ 29, 57, 58, 113, 114, 115, 116, 201, 203, 205, 207, 226, 228, 230,
         232, 251, 253, 255 };
     for (int image = 0; image <= 255; ++image) {
-        SheetFixture sheet(Keys{ { 0, image } });
-        const StreamHandle stream(sheet, AEGP_LayerStream_TIME_REMAP);
+        LibrarySheet sheet(Keys{ { 0, image } });
+        const StreamHandle stream(AEGP_LayerStream_TIME_REMAP);
         qint32 held = -1;
         QVERIFY(GetVipLi()->GetKeyImage(stream.Handle(), 0, held));
         QCOMPARE(held, shortOnes.contains(image) ? image - 1 : image);
 
         // Writing such an image again inserts a key; the cells shown are right all the same.
         QVERIFY(GetVipLi()->SetCellImage(7, image));
-        QCOMPARE(sheet.RemapStream().KeyCount(), shortOnes.contains(image) ? 2 : 1);
+        QCOMPARE(sheet.Remap().KeyCount(), shortOnes.contains(image) ? 2 : 1);
         QCOMPARE(sheet.Column(9), QVector<int>(9, image));
     }
 }
 
 void TestVipLiCells::writing28Over29Shows28()
 {
-    SheetFixture sheet(Keys{ { 0, 29 } });
+    LibrarySheet sheet(Keys{ { 0, 29 } });
     QVERIFY(GetVipLi()->SetCellImage(4, 28));
     QCOMPARE(sheet.Column(6), QVector<int>({ 29, 29, 29, 29, 28, 28 }));
 }
@@ -245,21 +244,21 @@ void TestVipLiCells::a29BesideIsNotTakenFor28()
 {
     QFETCH(Keys, before);
     QFETCH(int, frame);
-    SheetFixture sheet(before);
+    LibrarySheet sheet(before);
     QVERIFY(GetVipLi()->SetCellImage(frame, 28));
     QTEST(sheet.RemapKeys(), "after");
 }
 
 void TestVipLiCells::readingWithoutRemapShowsTheLayersOwnTime()
 {
-    SheetFixture sheet(Keys{});
+    LibrarySheet sheet(Keys{});
     QCOMPARE(sheet.Column(4), QVector<int>({ 0, 1, 2, 3 }));
 }
 
 void TestVipLiCells::readingAStillIsAnOrdinaryFailure()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    sheet.AddStillLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    sheet.AddStill("house.png");
     QVERIFY(GetVipLi()->SetCurrentColumn(0));
     qint32 image = 77;
     QVERIFY(!GetVipLi()->GetCellImage(2, image));
@@ -270,19 +269,19 @@ void TestVipLiCells::readingAStillIsAnOrdinaryFailure()
 
 void TestVipLiCells::aStrictHostRefusesToReadWithoutRemap()
 {
-    SheetFixture sheet(Keys{});
-    sheet.host.SetStrictTimeRemap(true);
+    LibrarySheet sheet(Keys{});
+    sheet.host.strictTimeRemap = true;
     qint32 image = 77;
     QVERIFY(!GetVipLi()->GetCellImage(2, image));
     QCOMPARE(image, 77);
     QVERIFY(!GetVipLi()->SetCellImage(2, 5));
-    QCOMPARE(sheet.RemapStream().KeyCount(), 0);
+    QCOMPARE(sheet.Remap().KeyCount(), 0);
 }
 
 void TestVipLiCells::aStaleLayerGivesFalseAndOneLogLine()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    sheet.RemoveLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    sheet.EditProject().RemoveLayer(sheet.composition, sheet.layer);
     vnLog::Instance()->Clear();
     qint32 image = 77;
     QVERIFY(!GetVipLi()->GetCellImage(2, image));
@@ -295,7 +294,7 @@ void TestVipLiCells::aStaleLayerGivesFalseAndOneLogLine()
 
 void TestVipLiCells::withoutLayerNothingReachesTheHost()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     GetVipLi()->Layer = nullptr;
     vnLog::Instance()->Clear();
     sheet.host.GetTrace().Start();
@@ -313,15 +312,15 @@ void TestVipLiCells::withoutLayerNothingReachesTheHost()
 
 void TestVipLiCells::valuesBeyond32BitsStayInsideThem()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     qint32 image = 0;
-    sheet.EditRemapStream().SetKeyValue(0, { 1e300, 0, 0, 0 });
+    sheet.EditRemap().SetKeyValue(0, { 1e300, 0, 0, 0 });
     QVERIFY(GetVipLi()->GetCellImage(2, image));
     QCOMPARE(image, 2147483647);
-    sheet.EditRemapStream().SetKeyValue(0, { -1e300, 0, 0, 0 });
+    sheet.EditRemap().SetKeyValue(0, { -1e300, 0, 0, 0 });
     QVERIFY(GetVipLi()->GetCellImage(2, image));
     QCOMPARE(image, -2147483647 - 1);
-    sheet.EditRemapStream().SetKeyValue(0, { qQNaN(), 0, 0, 0 });
+    sheet.EditRemap().SetKeyValue(0, { qQNaN(), 0, 0, 0 });
     QVERIFY(GetVipLi()->GetCellImage(2, image));
     QCOMPARE(image, 0);
 }
@@ -343,7 +342,7 @@ void TestVipLiCells::clearingLeavesOneKeyAtFrame0()
 {
     QFETCH(Keys, before);
     QFETCH(int, image);
-    SheetFixture sheet(before);
+    LibrarySheet sheet(before);
     GetVipLi()->ClearCells(image);
     QTEST(sheet.RemapKeys(), "after");
 }
@@ -367,8 +366,8 @@ void TestVipLiCells::findingKeys()
 {
     QFETCH(Keys, keys);
     QFETCH(int, frame);
-    SheetFixture sheet(keys);
-    const StreamHandle stream(sheet, AEGP_LayerStream_TIME_REMAP);
+    LibrarySheet sheet(keys);
+    const StreamHandle stream(AEGP_LayerStream_TIME_REMAP);
     qint32 at = 8, before = 8, after = 8;
     QVERIFY(GetVipLi()->FindKeys(stream.Handle(), frame, at, before, after));
     QTEST(QVector<int>({ at, before, after }), "found");
@@ -376,13 +375,13 @@ void TestVipLiCells::findingKeys()
 
 void TestVipLiCells::keysThatDoNotRiseAreToldInTheLog()
 {
-    SheetFixture sheet(Keys{});
-    rostrum::Stream &stream = sheet.EditRemapStream();
+    LibrarySheet sheet(Keys{});
+    rostrum::Stream &stream = sheet.EditRemap();
     stream.InsertKey({ -5, 25 }, { 0, 0, 0, 0 }); // below -1, with which the first is compared
     stream.InsertKey({ 299, 1000 }, { 0, 0, 0, 0 }); // rounds to frame 7, like the one after it
     stream.InsertKey({ 7, 25 }, { 0, 0, 0, 0 });
     vnLog::Instance()->Clear();
-    const StreamHandle handle(sheet, AEGP_LayerStream_TIME_REMAP);
+    const StreamHandle handle(AEGP_LayerStream_TIME_REMAP);
     qint32 at, before, after;
     QVERIFY(GetVipLi()->FindKeys(handle.Handle(), 7, at, before, after));
     QCOMPARE(vnLog::Instance()->Text(), "\r\nCles non sequentielles !!!<END>");
@@ -392,29 +391,29 @@ void TestVipLiCells::keysThatDoNotRiseAreToldInTheLog()
 
 void TestVipLiCells::keysOnOtherStreams()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     QVERIFY(!GetVipLi()->HasKey(AEGP_LayerStream_POSITION, 6));
     QVERIFY(GetVipLi()->AddKey(AEGP_LayerStream_POSITION, 6));
     QVERIFY(GetVipLi()->HasKey(AEGP_LayerStream_POSITION, 6));
     QVERIFY(!GetVipLi()->HasKey(AEGP_LayerStream_POSITION, 5));
     QVERIFY(!GetVipLi()->HasKey(AEGP_LayerStream_SCALE, 6));
     QVERIFY(GetVipLi()->AddKey(AEGP_LayerStream_POSITION, 6)); // it stands there already
-    QCOMPARE(sheet.GetLayer().position.KeyCount(), 1);
+    QCOMPARE(sheet.Find(sheet.layer).position.KeyCount(), 1);
     QVERIFY(GetVipLi()->DeleteKey(AEGP_LayerStream_POSITION, 6));
-    QCOMPARE(sheet.GetLayer().position.KeyCount(), 0);
+    QCOMPARE(sheet.Find(sheet.layer).position.KeyCount(), 0);
     QVERIFY(!GetVipLi()->AddKey(/*streamNumber=*/6, 3)); // the host has no such stream
 }
 
 void TestVipLiCells::deletingAKeyThatIsNotThereIsTrue()
 {
-    SheetFixture sheet(Keys{ { 0, 1 }, { 4, 2 } });
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 4, 2 } });
     QVERIFY(GetVipLi()->DeleteKey(AEGP_LayerStream_TIME_REMAP, 3));
     QCOMPARE(sheet.RemapKeys(), Keys({ { 0, 1 }, { 4, 2 } }));
 }
 
 void TestVipLiCells::keyMarks()
 {
-    SheetFixture sheet(Keys{ { 0, 1 }, { 4, 2 } });
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 4, 2 } });
     vipLi *library = GetVipLi();
     QVERIFY(library->AddKey(AEGP_LayerStream_POSITION, 3));
     QVERIFY(library->AddKey(AEGP_LayerStream_SCALE, 3));
@@ -430,7 +429,7 @@ void TestVipLiCells::keyMarks()
 
 void TestVipLiCells::aKeyOnAFrameAbove1499SetsNoMark()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     vipLi *library = GetVipLi();
     QVERIFY(library->AddKey(AEGP_LayerStream_POSITION, 1499));
     QVERIFY(library->AddKey(AEGP_LayerStream_POSITION, 1500));
@@ -443,11 +442,11 @@ void TestVipLiCells::aKeyOnAFrameAbove1499SetsNoMark()
 
 void TestVipLiCells::keyMarksDescribeOneColumnAtATime()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     vipLi *library = GetVipLi();
     QVERIFY(library->AddKey(AEGP_LayerStream_POSITION, 3));
     library->UpdateKeyMarks();
-    sheet.AddSeriesLayer(); // on top: column 0
+    sheet.AddSeries("run", 8); // on top: column 0
     QVERIFY(library->SetCurrentColumn(0));
     QCOMPARE(int(library->GetKeyMarks(3)), 1); // stale until it is built again
     library->UpdateKeyMarks();

@@ -1,6 +1,5 @@
+#include "LibrarySheet.h"
 #include "support/vnLog.h"
-#include "testhost/SheetFixture.h"
-#include "vnAE/vipLi.h"
 
 #include <QBrush>
 
@@ -87,7 +86,7 @@ void TestVipLiCore::framesFromTimes()
 
 void TestVipLiCore::anEmptyCompoNameIsNoCompoWithoutAnyHostCall()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     GetVipLi()->CompoName[0] = '\0';
     sheet.host.GetTrace().Start();
     QVERIFY(!GetVipLi()->HasCompo());
@@ -96,10 +95,10 @@ void TestVipLiCore::anEmptyCompoNameIsNoCompoWithoutAnyHostCall()
 
 void TestVipLiCore::aRenamedCompositionIsNotFoundAndCompoKeepsItsHandle()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     const AEGP_CompH before = GetVipLi()->Compo;
     QVERIFY(before);
-    sheet.EditProject().Edit(sheet.compo)->name = "another";
+    sheet.EditProject().Edit(sheet.composition)->name = "another";
     QVERIFY(!GetVipLi()->FindCompo());
     QCOMPARE(GetVipLi()->Compo, before);
     QVERIFY(GetVipLi()->HasCompo()); // it does not look while there is one
@@ -108,7 +107,7 @@ void TestVipLiCore::aRenamedCompositionIsNotFoundAndCompoKeepsItsHandle()
 
 void TestVipLiCore::ofTwoCompositionsOfOneNameTheFirstInTheWalkWins()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     sheet.SelectCompo("twice");
     const rostrum::ItemId folder = sheet.EditProject().AddFolder("bin");
     const rostrum::ItemId inner = sheet.EditProject().AddComposition("twice", {}, folder);
@@ -119,7 +118,7 @@ void TestVipLiCore::ofTwoCompositionsOfOneNameTheFirstInTheWalkWins()
 
 void TestVipLiCore::compositionsAreFoundAtAnyDepthByBytesAndCase()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     rostrum::ItemId folder = sheet.EditProject().RootFolder();
     for (int depth = 0; depth < 5; ++depth)
         folder = sheet.EditProject().AddFolder("bin", folder);
@@ -135,7 +134,7 @@ void TestVipLiCore::compositionsAreFoundAtAnyDepthByBytesAndCase()
 
 void TestVipLiCore::namesOf31AndMoreBytes()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     const QByteArray of31(31, 'n');
     const rostrum::ItemId longName = sheet.EditProject().AddComposition(of31 + "and more", {});
     const AEGP_CompH handle = sheet.host.CompHandle(longName);
@@ -152,7 +151,7 @@ void TestVipLiCore::namesOf31AndMoreBytes()
 
 void TestVipLiCore::aCompositionAtAnotherRateIsReadAt25()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     rostrum::Composition film;
     film.rate = { 24, 1 };
     film.duration = film.rate.FrameTime(48); // two seconds
@@ -164,10 +163,10 @@ void TestVipLiCore::aCompositionAtAnotherRateIsReadAt25()
 
 void TestVipLiCore::activeItems()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     vipLi *library = GetVipLi();
     QVERIFY(library->HasActiveItem());
-    QCOMPARE(library->GetActiveCompo(), sheet.host.CompHandle(sheet.compo));
+    QCOMPARE(library->GetActiveCompo(), sheet.host.CompHandle(sheet.composition));
     sheet.host.GetDocument().view.activeItem = sheet.footage;
     vnLog::Instance()->Clear();
     QVERIFY(library->HasActiveItem());
@@ -180,20 +179,21 @@ void TestVipLiCore::activeItems()
 
 void TestVipLiCore::currentFrame()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     GetVipLi()->SetCurrentFrame(13);
     QCOMPARE(GetVipLi()->GetCurrentFrame(), 13);
-    QVERIFY(sheet.host.GetDocument().UndoNames().isEmpty());
+    QVERIFY(sheet.UndoNames().isEmpty());
     GetVipLi()->Compo = nullptr;
     QCOMPARE(GetVipLi()->GetCurrentFrame(), 0);
     GetVipLi()->SetCurrentFrame(5);
-    QCOMPARE(sheet.host.GetDocument().view.currentTimes[sheet.compo], (rostrum::Time{ 13, 25 }));
+    QCOMPARE(
+        sheet.host.GetDocument().view.currentTimes[sheet.composition], (rostrum::Time{ 13, 25 }));
 }
 
 void TestVipLiCore::theCurrentTimeIsWrittenUnlessItStandsThereInTheseNumbers()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    rostrum::Time &now = sheet.host.GetDocument().view.currentTimes[sheet.compo];
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    rostrum::Time &now = sheet.host.GetDocument().view.currentTimes[sheet.composition];
     now = { 13, 25 };
     sheet.host.GetTrace().Start();
     GetVipLi()->SetCurrentFrame(13);
@@ -206,15 +206,15 @@ void TestVipLiCore::theCurrentTimeIsWrittenUnlessItStandsThereInTheseNumbers()
 
 void TestVipLiCore::columnsCountEveryKindOfLayer()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     QCOMPARE(GetVipLi()->GetColumnCount(), 1);
-    sheet.AddStillLayer();
+    sheet.AddStill("house.png");
     rostrum::Project &project = sheet.EditProject();
-    project.AddLayer(project.AddSolid("solid", { { 8, 8 }, {} }), sheet.compo);
-    project.AddLayer(project.AddComposition("inner", {}), sheet.compo);
+    project.AddLayer(project.AddSolid("solid", { { 8, 8 }, {} }), sheet.composition);
+    project.AddLayer(project.AddComposition("inner", {}), sheet.composition);
     for (const auto kind :
         { rostrum::LayerKind::Camera, rostrum::LayerKind::Light, rostrum::LayerKind::Text })
-        project.AddLayerWithoutSource(kind, "plain", sheet.compo);
+        project.AddLayerWithoutSource(kind, "plain", sheet.composition);
     QCOMPARE(GetVipLi()->GetColumnCount(), 7);
     GetVipLi()->Compo = nullptr;
     QCOMPARE(GetVipLi()->GetColumnCount(), 0);
@@ -222,8 +222,8 @@ void TestVipLiCore::columnsCountEveryKindOfLayer()
 
 void TestVipLiCore::exactly30001LayersAre30000Columns()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    rostrum::Composition *compo = sheet.EditProject().EditComposition(sheet.compo);
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    rostrum::Composition *compo = sheet.EditProject().EditComposition(sheet.composition);
     while (compo->layers.size() < 30001)
         compo->layers << compo->layers.last();
     QCOMPARE(GetVipLi()->GetColumnCount(), 30000);
@@ -231,28 +231,30 @@ void TestVipLiCore::exactly30001LayersAre30000Columns()
 
 void TestVipLiCore::currentColumn()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    const rostrum::LayerId upper = sheet.AddSeriesLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    const rostrum::LayerId upper = sheet.AddSeries("run", 8);
     vipLi *library = GetVipLi();
     QVERIFY(library->SetCurrentColumn(0));
-    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.compo, upper));
+    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.composition, upper));
     QVERIFY(library->SetCurrentColumn(1));
-    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.compo, sheet.layer));
+    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.composition, sheet.layer));
     QVERIFY(!library->SetCurrentColumn(2));
     QVERIFY(!library->Layer);
     QVERIFY(library->SetCurrentColumn(1));
     QVERIFY(!library->SetCurrentColumn(-1));
     QVERIFY(!library->Layer);
-    QVERIFY(sheet.host.GetDocument().view.selections.isEmpty()); // nothing is selected by it
+    QCOMPARE(sheet.host.GetDocument().view.selections[sheet.composition],
+        QVector<rostrum::LayerId>{ sheet.layer }); // as it was: nothing is selected by it
 }
 
 void TestVipLiCore::selectingAColumn()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    const rostrum::LayerId upper = sheet.AddSeriesLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    const rostrum::LayerId upper = sheet.AddSeries("run", 8);
     vipLi *library = GetVipLi();
+    sheet.host.GetDocument().view.selections.clear();
     QVERIFY(library->SelectColumn(1));
-    QCOMPARE(sheet.host.GetDocument().view.selections[sheet.compo],
+    QCOMPARE(sheet.host.GetDocument().view.selections[sheet.composition],
         QVector<rostrum::LayerId>{ sheet.layer });
     const AEGP_LayerH lower = library->Layer;
 
@@ -262,48 +264,48 @@ void TestVipLiCore::selectingAColumn()
     QCOMPARE(library->Layer, lower);
 
     QVERIFY(library->SelectColumn(0)); // the whole selection is replaced
-    QCOMPARE(
-        sheet.host.GetDocument().view.selections[sheet.compo], QVector<rostrum::LayerId>{ upper });
-    QVERIFY(sheet.host.GetDocument().UndoNames().isEmpty());
+    QCOMPARE(sheet.host.GetDocument().view.selections[sheet.composition],
+        QVector<rostrum::LayerId>{ upper });
+    QVERIFY(sheet.UndoNames().isEmpty());
 }
 
 void TestVipLiCore::aSelectionOfSeveralStaysWhenTheColumnIsTheActiveOne()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    const rostrum::LayerId upper = sheet.AddSeriesLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    const rostrum::LayerId upper = sheet.AddSeries("run", 8);
     QVERIFY(GetVipLi()->SelectColumn(1));
     sheet.host.GetTrace().Start();
     QVERIFY(GetVipLi()->SelectColumn(1));
     QCOMPARE(sheet.host.GetTrace().Count("AEGP_SetSelection"), 0);
     // With two selected no layer is active, so that the selection is replaced.
-    sheet.host.GetDocument().view.selections[sheet.compo] = { upper, sheet.layer };
+    sheet.host.GetDocument().view.selections[sheet.composition] = { upper, sheet.layer };
     QVERIFY(GetVipLi()->SelectColumn(1));
-    QCOMPARE(sheet.host.GetDocument().view.selections[sheet.compo],
+    QCOMPARE(sheet.host.GetDocument().view.selections[sheet.composition],
         QVector<rostrum::LayerId>{ sheet.layer });
 }
 
 void TestVipLiCore::reversedColumns()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    const rostrum::LayerId upper = sheet.AddSeriesLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    const rostrum::LayerId upper = sheet.AddSeries("run", 8);
     vipLi *library = GetVipLi();
     library->ReverseColumns = true;
     QVERIFY(library->SetCurrentColumn(0));
-    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.compo, sheet.layer));
+    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.composition, sheet.layer));
     QVERIFY(library->SelectColumn(1));
-    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.compo, upper));
+    QCOMPARE(library->Layer, sheet.host.LayerHandle(sheet.composition, upper));
     QVERIFY(!library->SetCurrentColumn(2));
     library->ReverseColumns = false;
 }
 
 void TestVipLiCore::layerAtAnIndex()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    const rostrum::LayerId upper = sheet.AddSeriesLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    const rostrum::LayerId upper = sheet.AddSeries("run", 8);
     vipLi *library = GetVipLi();
     const AEGP_CompH compo = library->Compo;
-    QCOMPARE(library->GetLayerAt(compo, 0), sheet.host.LayerHandle(sheet.compo, upper));
-    QCOMPARE(library->GetLayerAt(compo, 1), sheet.host.LayerHandle(sheet.compo, sheet.layer));
+    QCOMPARE(library->GetLayerAt(compo, 0), sheet.host.LayerHandle(sheet.composition, upper));
+    QCOMPARE(library->GetLayerAt(compo, 1), sheet.host.LayerHandle(sheet.composition, sheet.layer));
     QCOMPARE(library->GetLayerIndex(library->GetLayerAt(compo, 1)), 1);
     QVERIFY(!library->GetLayerAt(compo, 2));
     QVERIFY(!library->GetLayerAt(compo, -1));
@@ -312,8 +314,9 @@ void TestVipLiCore::layerAtAnIndex()
 
 void TestVipLiCore::activeColumn()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    sheet.AddSeriesLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    sheet.AddSeries("run", 8);
+    sheet.host.GetDocument().view.selections.clear();
     QCOMPARE(GetVipLi()->GetActiveColumnIndex(), 0); // none is active
     QVERIFY(GetVipLi()->SelectColumn(1));
     QCOMPARE(GetVipLi()->GetActiveColumnIndex(), 1);
@@ -347,7 +350,7 @@ void TestVipLiCore::columnNames()
 {
     QFETCH(QByteArray, layerName);
     QFETCH(QByteArray, sourceName);
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     sheet.EditLayer().name = layerName;
     sheet.EditProject().Edit(sheet.footage)->name = sourceName;
     QTEST(GetVipLi()->GetColumnName(), "expected");
@@ -357,23 +360,23 @@ void TestVipLiCore::columnNames()
 
 void TestVipLiCore::kindsAndLastImages()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     vipLi *library = GetVipLi();
     QCOMPARE(library->GetSourceLastFrame(), sheet.Images() - 1);
     QCOMPARE(library->GetColumnKind(), kSequence);
 
-    sheet.AddStillLayer();
+    sheet.AddStill("house.png");
     QVERIFY(library->SetCurrentColumn(0));
     QCOMPARE(library->GetSourceLastFrame(), -1); // a still lasts 0, less 1
     QCOMPARE(library->GetColumnKind(), kFixe);
 
     rostrum::Project &project = sheet.EditProject();
-    project.AddLayer(project.AddComposition("inner", {}), sheet.compo);
+    project.AddLayer(project.AddComposition("inner", {}), sheet.composition);
     QVERIFY(library->SetCurrentColumn(0));
     QCOMPARE(library->GetSourceLastFrame(), 0);
     QCOMPARE(library->GetColumnKind(), kFixe);
 
-    project.AddLayerWithoutSource(rostrum::LayerKind::Camera, "cam", sheet.compo);
+    project.AddLayerWithoutSource(rostrum::LayerKind::Camera, "cam", sheet.composition);
     QVERIFY(library->SetCurrentColumn(0));
     QCOMPARE(library->GetSourceLastFrame(), -1);
     QCOMPARE(library->GetColumnKind(), kFixe);
@@ -385,28 +388,28 @@ void TestVipLiCore::kindsAndLastImages()
 
 void TestVipLiCore::aFootageOfOneImageIsFixe()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } }, /*frames=*/24, /*images=*/1);
+    LibrarySheet sheet(Keys{ { 0, 1 } }, /*frames=*/24, /*images=*/1);
     QCOMPARE(GetVipLi()->GetSourceLastFrame(), 0);
     QCOMPARE(GetVipLi()->GetColumnKind(), kFixe);
 }
 
 void TestVipLiCore::sourcePaths()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    auto &footage = std::get<rostrum::Footage>(sheet.EditProject().Edit(sheet.footage)->content);
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    rostrum::Footage &footage = sheet.EditFootage();
     footage.folder = QStringLiteral("/cut/été");
     footage.files[0] = QStringLiteral("walk0001.png");
     QCOMPARE(GetVipLi()->GetSourcePath(), QStringLiteral("/cut/t/walk0001.png"));
     QCOMPARE(sheet.host.OpenHandles(), 0);
-    sheet.EditProject().AddLayerWithoutSource(rostrum::LayerKind::Text, "title", sheet.compo);
+    sheet.EditProject().AddLayerWithoutSource(rostrum::LayerKind::Text, "title", sheet.composition);
     QVERIFY(GetVipLi()->SetCurrentColumn(0));
     QCOMPARE(GetVipLi()->GetSourcePath(), QString());
 }
 
 void TestVipLiCore::aPathBeyondTheBufferIsNone()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    auto &footage = std::get<rostrum::Footage>(sheet.EditProject().Edit(sheet.footage)->content);
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    rostrum::Footage &footage = sheet.EditFootage();
     footage.files[0] = QStringLiteral("a.png");
     footage.folder = QLatin1Char('/') + QString(252, QLatin1Char('f')); // 259 bytes in all
     QCOMPARE(GetVipLi()->GetSourcePath().size(), 259);
@@ -433,7 +436,7 @@ void TestVipLiCore::labels()
 {
     QFETCH(int, label);
     QFETCH(QColor, color);
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     sheet.EditProject().Edit(sheet.footage)->label = static_cast<qint8>(label);
     QCOMPARE(GetVipLi()->GetLayerLabel(nullptr), label);
     QBrush brush;
@@ -443,26 +446,26 @@ void TestVipLiCore::labels()
 
 void TestVipLiCore::theLabelIsThatOfTheCurrentColumnWhateverIsPassed()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
-    const rostrum::LayerId still = sheet.AddStillLayer();
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    const rostrum::LayerId still = sheet.AddStill("house.png");
     sheet.EditProject().Edit(sheet.footage)->label = 4;
-    const AEGP_LayerH other = sheet.host.LayerHandle(sheet.compo, still);
+    const AEGP_LayerH other = sheet.host.LayerHandle(sheet.composition, still);
     QVERIFY(GetVipLi()->SetCurrentColumn(1));
     QCOMPARE(GetVipLi()->GetLayerLabel(other), 4);
 }
 
 void TestVipLiCore::undoGroupsArePassedOn()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     GetVipLi()->StartUndoGroup(QStringLiteral("morvex:Réglage"));
     QVERIFY(GetVipLi()->SetCellImage(3, 2));
     GetVipLi()->EndUndoGroup();
-    QCOMPARE(sheet.host.GetDocument().UndoNames(), QVector<QByteArray>{ "morvex:R\xe9glage" });
+    QCOMPARE(sheet.UndoNames(), QVector<QByteArray>{ "morvex:R\xe9glage" });
 }
 
 void TestVipLiCore::commandsAreRun()
 {
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     GetVipLi()->StartUndoGroup(QStringLiteral("morvex:EditCell"));
     QVERIFY(GetVipLi()->SetCellImage(3, 2));
     GetVipLi()->EndUndoGroup();

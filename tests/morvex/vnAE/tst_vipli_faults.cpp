@@ -1,7 +1,6 @@
+#include "LibrarySheet.h"
 #include "shell/SuiteHandler.h"
 #include "support/vnLog.h"
-#include "testhost/SheetFixture.h"
-#include "vnAE/vipLi.h"
 
 #include <QBrush>
 #include <QVector>
@@ -36,7 +35,11 @@ struct Operation
     /// Functions whose failure is not told: no log line, and the steps go on.
     QByteArrayList unchecked;
     /// Puts the library into the state that the operation needs.
-    std::function<void(SheetFixture &)> prepare;
+    std::function<void(LibrarySheet &)> prepare;
+    /// Functions whose failure leaves its line, and the steps go on.
+    QByteArrayList toldOnly = {};
+    /// Functions that it calls both ways: checked at one place, unchecked at another.
+    QByteArrayList bothWays = {};
 };
 
 QByteArray Bool(bool value)
@@ -49,13 +52,13 @@ QByteArray Text(bool value, qint32 out)
     return Bool(value) + ' ' + QByteArray::number(out);
 }
 
-void MakeOtherActive(SheetFixture &sheet)
+void MakeOtherActive(LibrarySheet &sheet)
 {
-    sheet.AddSeriesLayer();
-    sheet.host.GetDocument().view.selections[sheet.compo] = {};
+    sheet.AddSeries("run", 8);
+    sheet.host.GetDocument().view.selections[sheet.composition] = {};
 }
 
-void AddPositionKeys(SheetFixture &sheet)
+void AddPositionKeys(LibrarySheet &sheet)
 {
     for (int frame : { 3, 8 })
         sheet.EditLayer().position.InsertKey({ frame, 25 }, { 1, 2, 0, 0 });
@@ -64,6 +67,9 @@ void AddPositionKeys(SheetFixture &sheet)
 const QByteArrayList kWriteIsNotTold{ "AEGP_GetStreamNumKFs", "AEGP_GetKeyframeTime",
     "AEGP_InsertKeyframe", "AEGP_SetKeyframeValue", "AEGP_SetKeyframeInterpolation",
     "AEGP_DeleteKeyframe" };
+
+/// A key whose image cannot be read is taken as one of another image.
+const QByteArrayList kKeyIsNotEqual{ "AEGP_GetNewKeyframeValue" };
 
 QVector<Operation> CompositionOperations()
 {
@@ -81,9 +87,12 @@ QVector<Operation> CompositionOperations()
                 return QByteArray();
             },
             "", {},
-            [](SheetFixture &sheet) { // something to undo
+            [](LibrarySheet &sheet) { // something to undo
                 sheet.host.GetDocument().StartGroup("move");
-                sheet.host.GetDocument().Edit("move").EditLayer(sheet.compo, sheet.layer)->name
+                sheet.host.GetDocument()
+                    .Edit("move")
+                    .EditLayer(sheet.composition, sheet.layer)
+                    ->name
                     = "x";
                 sheet.host.GetDocument().EndGroup();
             } },
@@ -119,12 +128,12 @@ QVector<Operation> ColumnOperations()
             { "AEGP_GetCompNumLayers" }, {} },
         { "GetActiveColumnIndex", [=] { return QByteArray::number(lib->GetActiveColumnIndex()); },
             "0", { "AEGP_GetActiveLayer", "AEGP_GetLayerIndex" },
-            [](SheetFixture &sheet) {
-                sheet.AddSeriesLayer(); // the active one is below, so that its index is not 0
-                sheet.host.GetDocument().view.selections[sheet.compo] = { sheet.layer };
+            [](LibrarySheet &sheet) {
+                sheet.AddSeries("run", 8); // the active one is below, so that its index is not 0
+                sheet.host.GetDocument().view.selections[sheet.composition] = { sheet.layer };
             } },
         { "GetLayerIndex", [=] { return QByteArray::number(lib->GetLayerIndex(lib->Layer)); }, "0",
-            { "AEGP_GetLayerIndex" }, [](SheetFixture &sheet) { sheet.AddSeriesLayer(); } },
+            { "AEGP_GetLayerIndex" }, [](LibrarySheet &sheet) { sheet.AddSeries("run", 8); } },
         { "GetLayerAt", [=] { return Bool(lib->GetLayerAt(lib->Compo, 0)); }, "false", {}, {} },
         { "SetCurrentColumn", [=] { return Bool(lib->SetCurrentColumn(0)); }, "false", {}, {} },
         { "SelectColumn", [=] { return Bool(lib->SelectColumn(1)); }, "false", {},
@@ -135,14 +144,14 @@ QVector<Operation> ColumnOperations()
             {}, {} },
         { "GetSourcePath", [=] { return lib->GetSourcePath().toUtf8(); }, "", {}, {} },
         { "GetLayerLabel", [=] { return QByteArray::number(lib->GetLayerLabel(nullptr)); }, "0", {},
-            [](SheetFixture &sheet) { sheet.EditProject().Edit(sheet.footage)->label = 9; } },
+            [](LibrarySheet &sheet) { sheet.EditProject().Edit(sheet.footage)->label = 9; } },
         { "GetLabelBrush",
             [=] {
                 QBrush brush;
                 return lib->GetLabelBrush(brush, nullptr).color().name().toUtf8();
             },
             "#ffffff", {},
-            [](SheetFixture &sheet) { sheet.EditProject().Edit(sheet.footage)->label = 9; } },
+            [](LibrarySheet &sheet) { sheet.EditProject().Edit(sheet.footage)->label = 9; } },
     };
 }
 
@@ -158,20 +167,21 @@ QVector<Operation> CellOperations()
             },
             "false 77", {}, {} },
         { "SetCellImage: a new key", [=] { return Bool(lib->SetCellImage(5, 9)); }, "false",
-            kWriteIsNotTold, {} },
+            kWriteIsNotTold, {}, kKeyIsNotEqual },
         { "SetCellImage: joined before", [=] { return Bool(lib->SetCellImage(4, 1)); }, "false",
-            kWriteIsNotTold, {} },
+            kWriteIsNotTold, {}, kKeyIsNotEqual },
         { "SetCellImage: joined after", [=] { return Bool(lib->SetCellImage(7, 3)); }, "false",
-            kWriteIsNotTold, {} },
+            kWriteIsNotTold, {}, kKeyIsNotEqual },
         { "SetCellImage: a key of another image", [=] { return Bool(lib->SetCellImage(4, 6)); },
-            "false", kWriteIsNotTold, {} },
+            "false", kWriteIsNotTold, {}, kKeyIsNotEqual },
         { "ClearCells",
             [=] {
                 lib->ClearCells(0);
                 return QByteArray();
             },
             "", { "AEGP_InsertKeyframe", "AEGP_SetKeyframeValue", "AEGP_SetKeyframeInterpolation" },
-            {} },
+            {}, kKeyIsNotEqual,
+            { "AEGP_GetStreamNumKFs", "AEGP_GetKeyframeTime", "AEGP_DeleteKeyframe" } },
         { "AddKey", [=] { return Bool(lib->AddKey(AEGP_LayerStream_SCALE, 4)); }, "false", {}, {} },
         { "DeleteKey", [=] { return Bool(lib->DeleteKey(AEGP_LayerStream_POSITION, 8)); }, "false",
             { "AEGP_GetStreamNumKFs", "AEGP_GetKeyframeTime" }, AddPositionKeys },
@@ -202,7 +212,7 @@ const Keys kKeys{ { 0, 1 }, { 4, 2 }, { 9, 3 } };
 /// The functions that an operation calls when nothing fails, in order.
 QByteArrayList CallsOf(const Operation &operation)
 {
-    SheetFixture sheet(kKeys);
+    LibrarySheet sheet(kKeys);
     if (operation.prepare)
         operation.prepare(sheet);
     sheet.host.GetTrace().Start();
@@ -232,8 +242,8 @@ void TestVipLiFaults::eachCallFailsOnce()
     QVERIFY(!calls.isEmpty());
 
     for (int k = 1; k <= calls.size(); ++k) {
-        const QByteArray told = "call " + QByteArray::number(k) + ", " + calls[k - 1];
-        SheetFixture sheet(kKeys);
+        const QByteArray where = "call " + QByteArray::number(k) + ", " + calls[k - 1];
+        LibrarySheet sheet(kKeys);
         if (operation.prepare)
             operation.prepare(sheet);
         vnLog::Instance()->Clear();
@@ -245,13 +255,17 @@ void TestVipLiFaults::eachCallFailsOnce()
 
         sheet.host.Faults().Clear();
         const QByteArray log(vnLog::Instance()->Text());
-        if (operation.unchecked.contains(calls[k - 1])) {
-            QVERIFY2(log == "<END>", told.constData());
-        } else {
-            QVERIFY2(answer == operation.failure, (told + " answers " + answer).constData());
-            QVERIFY2(log.startsWith("\r\n-ERR I- line ") && log.contains(", file(morvex/vnAE/"),
-                (told + " logs " + log).constData());
-        }
+        const QByteArray &failed = calls[k - 1];
+        const bool told
+            = log.startsWith("\r\n-ERR I- line ") && log.contains(", file(morvex/vnAE/");
+        if (operation.unchecked.contains(failed))
+            QVERIFY2(log == "<END>", where.constData());
+        else if (operation.bothWays.contains(failed))
+            QVERIFY2(told || log == "<END>", (where + " logs " + log).constData());
+        else
+            QVERIFY2(told, (where + " logs " + log).constData());
+        if (!operation.unchecked.contains(failed) && !operation.toldOnly.contains(failed))
+            QVERIFY2(answer == operation.failure, (where + " answers " + answer).constData());
         QCOMPARE(sheet.host.Account(), QByteArrayList());
     }
 }
@@ -267,7 +281,7 @@ void TestVipLiFaults::eachSuiteIsMissingOnce()
     const Operation operation = Operations()[number];
     QByteArrayList pairs; // "name version" of what the operation acquires
     {
-        SheetFixture sheet(kKeys);
+        LibrarySheet sheet(kKeys);
         if (operation.prepare)
             operation.prepare(sheet);
         sheet.host.GetTrace().Start();
@@ -284,7 +298,7 @@ void TestVipLiFaults::eachSuiteIsMissingOnce()
     QVERIFY(!pairs.isEmpty());
 
     for (const QByteArray &pair : qAsConst(pairs)) {
-        SheetFixture sheet(kKeys);
+        LibrarySheet sheet(kKeys);
         if (operation.prepare)
             operation.prepare(sheet);
         sheet.host.Withhold(pair.split('|')[0], pair.split('|')[1].toInt());
@@ -313,7 +327,7 @@ void TestVipLiFaults::aGivingBackThatFailsIsSurvived()
     const QByteArrayList calls = CallsOf(operation);
     QByteArray expected;
     {
-        SheetFixture sheet(kKeys);
+        LibrarySheet sheet(kKeys);
         if (operation.prepare)
             operation.prepare(sheet);
         expected = operation.run();
@@ -323,13 +337,15 @@ void TestVipLiFaults::aGivingBackThatFailsIsSurvived()
     for (int k = 1; k <= calls.size(); ++k) {
         if (!rostrum::FaultPlan::IsGiveBack(calls[k - 1].constData()))
             continue;
-        SheetFixture sheet(kKeys);
+        LibrarySheet sheet(kKeys);
         if (operation.prepare)
             operation.prepare(sheet);
         sheet.host.Faults().Clear();
         sheet.host.FailNth(k);
         QCOMPARE(operation.run(), expected);
-        sheet.ForgetOpenHandles();
+        const QByteArrayList open = sheet.host.Account();
+        QCOMPARE(open.size(), 1);
+        testing::ExpectAtEnd({ "left open: " + open[0] });
     }
 }
 

@@ -1,6 +1,5 @@
+#include "LibrarySheet.h"
 #include "GridWrite.h"
-#include "testhost/SheetFixture.h"
-#include "vnAE/vipLi.h"
 
 #include <QRandomGenerator>
 
@@ -69,7 +68,7 @@ void TestVipLiModel::everyFrameReadsAsTheArraySays()
     QRandomGenerator random(seed);
     for (int column = 0; column < 60; ++column) {
         QVector<int> table(kRows, images[random.bounded(images.size())]);
-        SheetFixture sheet(Keys{ { 0, table[0] } });
+        LibrarySheet sheet(Keys{ { 0, table[0] } });
         for (int write = 0; write < 150; ++write) {
             const int row = random.bounded(kRows);
             const int value = images[random.bounded(images.size())];
@@ -78,7 +77,7 @@ void TestVipLiModel::everyFrameReadsAsTheArraySays()
             const QByteArray told = Describe(before, row, value, seed);
             QVERIFY2(sheet.Column(kRows) == table, told.constData());
             if (oneKeyARun)
-                QVERIFY2(sheet.RemapStream().KeyCount() <= Runs(table), told.constData());
+                QVERIFY2(sheet.Remap().KeyCount() <= Runs(table), told.constData());
         }
     }
 }
@@ -87,7 +86,7 @@ void TestVipLiModel::aNumberBeforeARunOfItselfLeavesTheRowBetween()
 {
     // 2 on row 1 swallows the key of the run of 2 at row 3; the row between and the run must stay.
     QVector<int> table{ 1, 1, 1, 2, 2, 1, 1, 3 };
-    SheetFixture sheet(Keys{ { 0, 1 }, { 3, 2 }, { 5, 1 }, { 7, 3 } });
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 3, 2 }, { 5, 1 }, { 7, 3 } });
     WriteCell(table, 1, 2);
     QCOMPARE(table, QVector<int>({ 1, 2, 1, 2, 2, 1, 1, 3 }));
     QCOMPARE(sheet.Column(8), table);
@@ -97,7 +96,7 @@ void TestVipLiModel::undoAndRedoRestoreTheProjectExactly()
 {
     QRandomGenerator random(Seed());
     QVector<int> table(kRows, 1);
-    SheetFixture sheet(Keys{ { 0, 1 } });
+    LibrarySheet sheet(Keys{ { 0, 1 } });
     rostrum::Document &document = sheet.host.GetDocument();
     QVector<rostrum::Project> states{ document.GetProject() };
     for (int step = 0; step < 120; ++step) {
@@ -125,12 +124,12 @@ void TestVipLiModel::undoAndRedoRestoreTheProjectExactly()
 void TestVipLiModel::writingWhatIsThereLeavesNoHistoryEntry()
 {
     QVector<int> table{ 1, 1, 1, 4, 4 };
-    SheetFixture sheet(Keys{ { 0, 1 }, { 3, 4 } });
+    LibrarySheet sheet(Keys{ { 0, 1 }, { 3, 4 } });
     GetVipLi()->StartUndoGroup(QStringLiteral("morvex:EditCell"));
     WriteCell(table, 2, 1);
     WriteCell(table, 4, 4);
     GetVipLi()->EndUndoGroup();
-    QVERIFY(sheet.host.GetDocument().UndoNames().isEmpty());
+    QVERIFY(sheet.UndoNames().isEmpty());
 }
 
 VN_HOST_TEST_MAIN(TestVipLiModel)
