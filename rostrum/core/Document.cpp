@@ -14,8 +14,10 @@ Project &Document::Edit(const QByteArray &what)
 
 void Document::Replace(const Project &other)
 {
+    const int count = replaceCount;
     *this = Document();
     project = other;
+    replaceCount = count + 1;
 }
 
 void Document::StartGroup(const QByteArray &name)

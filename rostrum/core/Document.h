@@ -31,6 +31,8 @@ public:
     Project &Edit(const QByteArray &what);
     /// Puts another project in place and forgets the history.
     void Replace(const Project &project);
+    /// How often that was done. An id of one project means nothing in the next.
+    int ReplaceCount() const { return replaceCount; }
 
     void StartGroup(const QByteArray &name);
     /// @return false when no group is open; nothing changes then
@@ -67,6 +69,7 @@ private:
     QByteArray changeName;
     bool changeOpen = false; // by a group, or by a change outside any
     int depth = 0; // groups open
+    int replaceCount = 0;
     QVector<Entry> undo;
     QVector<Entry> redo;
 };

@@ -1,0 +1,20 @@
+// What a walk has seen of a plug-in, in words.
+#pragma once
+
+#include "suites/Host.h"
+
+#include <QByteArray>
+#include <QByteArrayList>
+
+namespace rostrum {
+
+/// What the plug-in has registered: menu items, panels, hooks.
+QByteArray RegisteredText(Host &host);
+
+/// The suites and functions that were called, with how often, failures apart.
+QByteArray UsedText(const Trace &trace);
+
+/// All that is wrong: left open, complained about, unexpected. Empty when all is well.
+QByteArrayList Findings(const Host &host);
+
+} // namespace rostrum
