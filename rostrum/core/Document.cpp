@@ -14,8 +14,9 @@ Project &Document::Edit(const QByteArray &what)
 
 void Document::Replace(const Project &other)
 {
+    const Project next = other; // it may be this document's own
     *this = Document();
-    project = other;
+    project = next;
 }
 
 void Document::StartGroup(const QByteArray &name)
