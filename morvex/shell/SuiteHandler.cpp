@@ -1,32 +1,10 @@
 #include "shell/SuiteHandler.h"
 
-#include <cstring>
-
-SuiteHandler::SuiteHandler(const SPBasicSuite *basicSuite) : basicSuite(basicSuite)
-{
-    if (!basicSuite)
-        throw SuiteErr(PF_Err_BAD_CALLBACK_PARAM);
-    std::memset(tables, 0, sizeof(tables));
-    std::memset(held, 0, sizeof(held));
-}
-
-SuiteHandler::~SuiteHandler()
-{
-    for (int word = 0; word < kWords; ++word) {
-        for (std::uint64_t bits = held[word]; bits != 0; bits &= bits - 1) {
-            const int place = word * kWordBits + __builtin_ctzll(bits);
-            const PublishedSuite &suite = kPublishedSuites[place];
-            basicSuite->ReleaseSuite(
-                suite.name, suite.version); // unchecked: nobody could act on it
-        }
-    }
-}
-
 const void *SuiteHandler::Suite(int place)
 {
     if (place < 0 || place >= kPublishedSuiteCount)
         throw SuiteErr(PF_Err_BAD_CALLBACK_PARAM);
-    return tables[place] ? tables[place] : Acquire(place);
+    return IsHeld(place) ? tables[place] : Acquire(place);
 }
 
 const void *SuiteHandler::Acquire(int place)
@@ -38,4 +16,14 @@ const void *SuiteHandler::Acquire(int place)
     tables[place] = table;
     held[place / kWordBits] |= std::uint64_t(1) << (place % kWordBits);
     return table;
+}
+
+/// Walks the set bits of a word from the lowest on, so that a few are found among many at once.
+void SuiteHandler::ReleaseWord(int word)
+{
+    for (std::uint64_t bits = held[word]; bits != 0; bits &= bits - 1) {
+        const PublishedSuite &suite = kPublishedSuites[word * kWordBits + __builtin_ctzll(bits)];
+        basicSuite->ReleaseSuite(suite.name, suite.version); // unchecked: nobody could act on it
+    }
+    held[word] = 0;
 }

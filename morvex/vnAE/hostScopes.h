@@ -146,6 +146,30 @@ private:
     bool locked = false;
 };
 
+/// Footage that was just imported: ours until the project takes it.
+class NewFootage
+{
+public:
+    NewFootage(SuiteHandler &suites, AEGP_FootageH footage)
+        : table(suites.Footage11()), handle(footage)
+    { }
+    ~NewFootage()
+    {
+        if (handle)
+            table->AEGP_DisposeFootage(handle);
+    }
+
+    NewFootage(const NewFootage &) = delete;
+    NewFootage &operator=(const NewFootage &) = delete;
+
+    /// The project has taken it.
+    void Release() { handle = nullptr; }
+
+private:
+    const AEGP_FootageSuite5 *table;
+    AEGP_FootageH handle;
+};
+
 /// A set of layers, to be handed over as a selection.
 class Collection
 {
