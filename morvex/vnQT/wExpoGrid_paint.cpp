@@ -1,0 +1,186 @@
+// What the sheet looks like: the rebuild of the table, the background of a cell and the highlight
+// of the current one.
+#include "wExpoGrid.h"
+
+#include <QApplication>
+#include <QBitmap>
+#include <QDebug>
+#include <QHeaderView>
+#include <QSignalBlocker>
+
+namespace {
+
+enum PaintMode {
+    ModePlain = 0,
+    ModeCurrent = 1,
+    ModeCurrentRow = 2,
+    ModeCurrentColumn = 3,
+    ModeFind = -1
+};
+
+enum PaintKey { KeyNone = 0, KeyShown = 1, KeyAsk = -1, KeyKeep = -2 };
+
+/// A brush whose marked cells show the bitmap: its black takes the colour, its white stays clear.
+QBrush MarkBrush(QBrush brush, const QString &bitmapPath, const QColor &color)
+{
+    const QBitmap bitmap(bitmapPath);
+    if (bitmap.isNull())
+        return brush; // drawn without a mark
+    brush.setTexture(bitmap);
+    brush.setColor(color);
+    return brush;
+}
+
+/// Somebody's try at a background picture. Nothing shows it and a missing file is no error; the
+/// path is taken as it is on every system.
+void TryTestTexture()
+{
+    const QPixmap picture(QStringLiteral("c:/test.bmp"));
+    const QPalette palette = QApplication::palette();
+    QBrush textured = palette.brush(QPalette::Base);
+    const QBrush plain = palette.brush(QPalette::Base);
+    textured.setTexture(picture);
+    Q_UNUSED(plain)
+}
+
+void SetItemBackground(QTableWidgetItem *item, const QBrush &brush)
+{
+    if (item && item->background() != brush)
+        item->setBackground(brush);
+}
+
+} // namespace
+
+// The rebuild.
+
+void WExpoGrid::RefreshGrid()
+{
+    if (refreshHolds > 0 && !refreshAtOnce) {
+        refreshDue = true;
+        return;
+    }
+    RebuildTable();
+}
+
+void WExpoGrid::RebuildTable()
+{
+    const int columns = GetNbc();
+    const int rows = GetNbl();
+    TryTestTexture();
+
+    const QSignalBlocker quiet(this); // or every item would come back to OnCellChanged
+    setRowCount(rows);
+    setColumnCount(columns);
+    qWarning().nospace() << "x y " << columnWidth(1) << " " << QTableWidget::rowHeight(1);
+
+    QStringList labels;
+    for (int row = 0; row < rows; ++row)
+        labels << QStringLiteral("%1").arg(row + 1);
+    setVerticalHeaderLabels(labels);
+
+    labels.clear();
+    UpdateBrushes();
+    for (int col = 0; col < GetNbc(); ++col) {
+        labels << GetColName(col);
+        RebuildColumn(col, rows);
+        if (columnWidth(col) != GetColWidth())
+            setColumnWidth(col, GetColWidth());
+    }
+    for (int row = 0; row < rows; ++row) {
+        if (QTableWidget::rowHeight(row) != rowHeight)
+            setRowHeight(row, rowHeight);
+    }
+    setHorizontalHeaderLabels(labels);
+}
+
+void WExpoGrid::RebuildColumn(int col, int rows)
+{
+    const QString format = tr("%1");
+    const bool isPlainFormat = format == QLatin1String("%1"); // spares the search in each text
+    const int currentCol = currentColumn();
+    const int currentLine = currentRow();
+
+    LoadColKeys(col);
+    for (int row = 0; row < rows; ++row) {
+        const QString value = GetCellText(col, row);
+        const QString text = isPlainFormat ? value : format.arg(value);
+        const int key = GetCellKey(col, row);
+        const int mode = ModeOf(row, col, currentLine, currentCol);
+        if (QTableWidgetItem *cell = item(row, col)) {
+            if (cell->text() != text)
+                cell->setText(text);
+            PaintItem(cell, mode, key);
+            continue;
+        }
+        auto *cell = new QTableWidgetItem(text);
+        PaintItem(cell, mode, key); // before the table has it and repaints for each change
+        setItem(row, col, cell);
+    }
+}
+
+// The look of a cell.
+
+int WExpoGrid::ModeOf(int row, int col, int currentRow, int currentCol) const
+{
+    if (col == currentCol)
+        return row == currentRow ? ModeCurrent : ModeCurrentColumn;
+    return row == currentRow ? ModeCurrentRow : ModePlain;
+}
+
+void WExpoGrid::UpdateBrushes()
+{
+    const QPalette palette = QApplication::palette();
+    if (brushes.paletteKey == palette.cacheKey())
+        return;
+    brushes.paletteKey = palette.cacheKey();
+
+    const QBrush &plain = palette.brush(QPalette::AlternateBase);
+    const QBrush &lit = palette.brush(QPalette::BrightText);
+    brushes.plain[0] = plain;
+    brushes.plain[1] = MarkBrush(plain, QStringLiteral(":/Resources/cell_key_1.bmp"), Qt::darkGray);
+    brushes.lit[0] = lit;
+    brushes.lit[1] = MarkBrush(lit, QStringLiteral(":/Resources/cell_key_1_inv.bmp"), lit.color());
+}
+
+void WExpoGrid::PaintCell(int row, int col, int mode, int key)
+{
+    QTableWidgetItem *cell = item(row, col);
+    if (!cell)
+        return;
+    if (mode == ModeFind)
+        mode = ModeOf(row, col, currentRow(), currentColumn());
+    if (key == KeyAsk) {
+        LoadColKeys(col);
+        key = GetCellKey(col, row);
+    }
+    UpdateBrushes();
+    PaintItem(cell, mode, key);
+}
+
+void WExpoGrid::PaintItem(QTableWidgetItem *cell, int mode, int key)
+{
+    const bool isLit = mode != ModePlain && (mode != ModeCurrentColumn || markColumn);
+    if (key == KeyKeep && !QBitmap(cell->background().texture()).isNull())
+        key = KeyShown;
+    const bool isMarked = key > KeyNone;
+    if (isMarked)
+        qWarning("setText2"); // for every marked cell at every repaint, also one left as it is
+    SetItemBackground(cell, isLit ? brushes.lit[isMarked] : brushes.plain[isMarked]);
+}
+
+// The highlight of the current cell.
+
+void WExpoGrid::MarkCurrent(int row, int col, bool on)
+{
+    const QBrush header
+        = QApplication::palette().brush(on ? QPalette::BrightText : QPalette::Window);
+    const QSignalBlocker quiet(this); // or every item would come back to OnCellChanged
+    for (int c = 0; c < columnCount(); ++c)
+        PaintCell(row, c, on ? ModeCurrentRow : ModePlain, KeyKeep);
+    if (markColumn) {
+        for (int r = 0; r < rowCount(); ++r)
+            PaintCell(r, col, on ? ModeCurrentColumn : ModePlain, KeyKeep);
+    }
+    SetItemBackground(horizontalHeaderItem(col), header);
+    SetItemBackground(verticalHeaderItem(row), header);
+}
