@@ -257,6 +257,11 @@ void WExpoGrid::keyPressEvent(QKeyEvent *event)
         { Qt::Key_Delete, Qt::ControlModifier, &WExpoGrid::OnRemove },
     };
 
+    // What an open editor leaves over comes up here, the Return that ends the typing first of all.
+    // It must not run Repeat on top: a typed cell is one undo step.
+    if (state() == EditingState)
+        return QAbstractItemView::keyPressEvent(event);
+
     for (const auto &command : standardKeys) {
         if (event->matches(command.key))
             return (this->*command.run)();

@@ -45,8 +45,28 @@ void TryTestTexture()
 
 void SetItemBackground(QTableWidgetItem *item, const QBrush &brush)
 {
-    if (item && item->background() != brush)
+    if (item->background() != brush)
         item->setBackground(brush);
+}
+
+/// The same for a section of a header. Announced in the ordinary way, the change of a header item
+/// makes the table lay out and paint all that it has; so the model keeps it to itself.
+void SetSectionBackground(
+    QHeaderView *header, int section, QTableWidgetItem *item, const QBrush &brush)
+{
+    if (!item || item->background() == brush)
+        return;
+    {
+        const QSignalBlocker quiet(header->model());
+        item->setBackground(brush);
+    }
+    QWidget *paper = header->viewport();
+    const int start = header->sectionViewportPosition(section);
+    const int size = header->sectionSize(section);
+    if (header->orientation() == Qt::Horizontal)
+        paper->update(start, 0, size, paper->height());
+    else
+        paper->update(0, start, paper->width(), size);
 }
 
 } // namespace
@@ -181,6 +201,6 @@ void WExpoGrid::MarkCurrent(int row, int col, bool on)
         for (int r = 0; r < rowCount(); ++r)
             PaintCell(r, col, on ? ModeCurrentColumn : ModePlain, KeyKeep);
     }
-    SetItemBackground(horizontalHeaderItem(col), header);
-    SetItemBackground(verticalHeaderItem(row), header);
+    SetSectionBackground(horizontalHeader(), col, horizontalHeaderItem(col), header);
+    SetSectionBackground(verticalHeader(), row, verticalHeaderItem(row), header);
 }
