@@ -161,7 +161,7 @@ bench::Figures MeasureGrid()
 
     int step = 0;
     figures << bench::Compare(
-        QStringLiteral("a moved current cell over a rebuild"), 0.1, kRounds,
+        QStringLiteral("a moved current cell over a rebuild"), 0.5, kRounds,
         [&] {
             Key(grid.get(), ++step % 2 ? Qt::Key_Down : Qt::Key_Up);
             QApplication::processEvents();
@@ -171,7 +171,7 @@ bench::Figures MeasureGrid()
     grid->clearSelection();
     grid->setCurrentCell(0, 3);
     figures << bench::Compare(
-        QStringLiteral("Serie over 1500 rows over a rebuild"), 2.0, kRounds,
+        QStringLiteral("Serie over 1500 rows over a rebuild"), 2.5, kRounds,
         [&] {
             grid->SetColumn(3, { 1 + ++step % 5 });
             Key(grid.get(), Qt::Key_G, QString(), Qt::ControlModifier);

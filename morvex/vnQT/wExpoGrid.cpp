@@ -9,10 +9,13 @@ WExpoGrid::WExpoGrid(QWidget *parent) : QTableWidget(0, 0, parent)
 {
     Q_INIT_RESOURCE(sheet); // a static library's resources are not found by themselves
 
-    // A header enforces a least size by its style, which is above the row height of the sheet.
-    horizontalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setMinimumSectionSize(1);
+    for (QHeaderView *header : { horizontalHeader(), verticalHeader() }) {
+        header->setMinimumSectionSize(1); // or the style's, which is above the sheet's row height
+        header->setHighlightSections(false); // its bold face cuts names; the colour says it
+    }
     verticalHeader()->setDefaultSectionSize(rowHeight);
+    // Names stand above the numbers, and a long one is cut at its end only.
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     // The empty area looks like the cells.
     QPalette colors = palette();

@@ -14,6 +14,8 @@ GridRobot::GridRobot(MemoryGrid &sheet) : grid(sheet)
     grid.resize(
         qMin(900, 60 + grid.columnCount() * grid.colWidth), qMin(700, 50 + grid.rowCount() * 18));
     grid.show();
+    grid.activateWindow();
+    grid.setFocus();
     QVERIFY(QTest::qWaitForWindowActive(&grid));
     connect(&answers, &QTimer::timeout, this, &GridRobot::AnswerBox);
     answers.start(0);
