@@ -19,7 +19,6 @@ constexpr int kNotch = 120; // eighths of a degree, one click of a common wheel
 // Bounds of the wheel. They are asked before a step, which can then end beyond them.
 constexpr double kMinScale = 0.1;
 constexpr double kMaxScale = 64.0;
-constexpr double kScaleSlack = 1e-9; // relative; what turning the view may add to its scale
 
 constexpr double kRadiusX = 10.0; // scene units, of a box's corners
 constexpr double kRadiusY = 8.0;
@@ -101,9 +100,9 @@ void WSlideWidget::wheelEvent(QWheelEvent *event)
         return;
 
     const double scale = std::hypot(view.m11(), view.m21());
-    if (delta < 0 && scale < kMinScale * (1.0 - kScaleSlack))
+    if (delta < 0 && scale < kMinScale)
         return;
-    if (delta >= 1 && scale > kMaxScale * (1.0 + kScaleSlack))
+    if (delta >= 1 && scale > kMaxScale)
         return;
     ZoomAt(event->position(), delta >= 1 ? 2.0 : 0.5);
 }
