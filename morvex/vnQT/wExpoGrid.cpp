@@ -70,10 +70,7 @@ QAction *WExpoGrid::AddAction(const QString &text)
 
 // What the sheet is without a host: five by five cells that take no change.
 
-void WExpoGrid::StartUndoGroup(QString name)
-{
-    Q_UNUSED(name)
-}
+void WExpoGrid::StartUndoGroup(QString) { }
 
 void WExpoGrid::EndUndoGroup() { }
 
