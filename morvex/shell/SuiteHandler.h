@@ -1,6 +1,6 @@
 // SuiteHandler: the way to the host's suites for the length of one operation. It is made on the
 // stack, acquires a suite at the first use of its accessor, and gives back all that it acquired
-// when it goes, on an ordinary return and while an exception passes alike.
+// when it goes, in a fixed order, on an ordinary return and while an exception passes alike.
 //
 // Errors   A suite that cannot be had is thrown as the number PF_Err_BAD_CALLBACK_PARAM (516), of
 //          type SuiteErr. What a suite's own functions answer is the caller's to look at.
@@ -24,9 +24,14 @@ class SuiteHandler
 public:
     /// @param basicSuite not owned; it outlives the handler
     /// Throws 516 when it is null, before any call of the host.
-    explicit SuiteHandler(const SPBasicSuite *basicSuite);
-    /// Releases what is held, in the order of kPublishedSuites. Never throws.
-    ~SuiteHandler();
+    explicit SuiteHandler(const SPBasicSuite *basicSuite) : basicSuite(basicSuite)
+    {
+        if (!basicSuite)
+            throw SuiteErr(PF_Err_BAD_CALLBACK_PARAM);
+        for (std::uint64_t &word : held)
+            word = 0;
+    }
+    ~SuiteHandler() { ReleaseAll(); }
 
     SuiteHandler(const SuiteHandler &) = delete;
     SuiteHandler &operator=(const SuiteHandler &) = delete;
@@ -55,20 +60,31 @@ public:
     /// Throws 516 also for a row that does not exist.
     const void *Suite(int place);
 
+    /// Releases what is held, in the order of kPublishedSuites; the next use of an accessor
+    /// acquires anew. For a handler that outlives its operations. Never throws.
+    void ReleaseAll()
+    {
+        for (unsigned word = 0; word < kWords; ++word) {
+            if (held[word])
+                ReleaseWord(word);
+        }
+    }
+
 private:
     template <class Table>
     const Table *Get()
     {
         constexpr int place = SuitePlace(Table::kName, Table::kVersion);
         static_assert(place >= 0, "the pair is not among the published suites");
-        return static_cast<const Table *>(tables[place] ? tables[place] : Acquire(place));
+        return static_cast<const Table *>(Suite(place));
     }
-    const void *Acquire(int place);
+    const void *Acquire(unsigned place);
+    void ReleaseWord(unsigned word);
 
-    static constexpr int kWordBits = 64;
-    static constexpr int kWords = (kPublishedSuiteCount + kWordBits - 1) / kWordBits;
+    static constexpr unsigned kWordBits = 64;
+    static constexpr unsigned kWords = (kPublishedSuiteCount + kWordBits - 1) / kWordBits;
 
     const SPBasicSuite *basicSuite;
-    const void *tables[kPublishedSuiteCount]; // null until first use
-    std::uint64_t held[kWords]; // a bit for each table that is set, so that few are found fast
+    const void *tables[kPublishedSuiteCount]; // each counts as null while its bit is clear
+    std::uint64_t held[kWords]; // a bit for each table; clearing them clears all tables at once
 };

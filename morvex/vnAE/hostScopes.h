@@ -120,8 +120,7 @@ public:
     { }
     ~MemHandle()
     {
-        Unlock();
-        if (handle)
+        if (Unlock() == A_Err_NONE && handle) // what is still locked may not be freed
             table->AEGP_FreeMemHandle(handle);
     }
 
@@ -134,16 +133,39 @@ public:
         locked = error == A_Err_NONE;
         return error;
     }
-    void Unlock()
+    A_Err Unlock()
     {
-        if (std::exchange(locked, false))
-            table->AEGP_UnlockMemHandle(handle);
+        return std::exchange(locked, false) ? table->AEGP_UnlockMemHandle(handle) : A_Err_NONE;
     }
 
 private:
     const AEGP_MemorySuite1 *table;
     AEGP_MemHandle handle;
     bool locked = false;
+};
+
+/// Footage that was just imported: ours until the project takes it.
+class NewFootage
+{
+public:
+    NewFootage(SuiteHandler &suites, AEGP_FootageH footage)
+        : table(suites.Footage11()), handle(footage)
+    { }
+    ~NewFootage()
+    {
+        if (handle)
+            table->AEGP_DisposeFootage(handle);
+    }
+
+    NewFootage(const NewFootage &) = delete;
+    NewFootage &operator=(const NewFootage &) = delete;
+
+    /// The project has taken it.
+    void Release() { handle = nullptr; }
+
+private:
+    const AEGP_FootageSuite5 *table;
+    AEGP_FootageH handle;
 };
 
 /// A set of layers, to be handed over as a selection.

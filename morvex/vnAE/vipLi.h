@@ -16,6 +16,8 @@
 // Thread     The host's main thread, one call at a time.
 #pragma once
 
+#include "vnAE/CellFiles.h"
+
 #include "hostapi/BasicSuite.h"
 #include "hostapi/HostTypes.h"
 
@@ -25,16 +27,13 @@
 class QBrush;
 class SuiteHandler;
 
-/// The kinds of a column, told from its source alone.
-constexpr qint32 kSequence = 1; // a series of drawings
-constexpr qint32 kFixe = 2; // a still, a solid, a composition, a camera, ...
-
 class vipLi
 {
 public:
     static constexpr qint32 kMaxColumns = 30000;
     static constexpr qint32 kKeyMarkFrames = 1500;
     static constexpr qint32 kNoEffect = -1; // an effect key that was not found
+    static constexpr qint32 kPathBytes = 260; // a path of the project as UTF-8, terminator included
     static constexpr qint32 kNameBytes = 32; // the host's name buffers, terminator included
 
     // Undo groups and commands.
@@ -88,7 +87,8 @@ public:
     /// The name that the user gave, else the source's name up to its first "." or "["; "ERR" when
     /// the host failed. [host] [layer]
     QString GetColumnName();
-    /// kSequence or kFixe. [host] [layer]
+    /// kSequence or kFixe, told from the source alone: a still, a solid, a composition and a camera
+    /// are FIXE. [host] [layer]
     qint32 GetColumnKind();
     /// The last image of the source: 0 for a source that is no footage, -1 without one. [host]
     /// [layer]
@@ -216,7 +216,15 @@ private:
     bool SelectInHost(AEGP_LayerH layer);
     /// Layer's source item, null for a layer without one.
     bool ReadSource(AEGP_ItemH &source);
-    bool ReadFootagePath(SuiteHandler &suites, AEGP_FootageH footage, char *path, int pathSize);
+    /// The path of a footage's first file as UTF-8, of any length.
+    bool ReadFootagePath(SuiteHandler &suites, AEGP_FootageH footage, QByteArray &path);
+    /// The project's footage that an import asks for, null when it has none.
+    /// @return false, with its log line, when the host failed
+    bool FindFootage(const QByteArray &path, qint32 kind, AEGP_ItemH &item);
+    bool IsSameFootage(
+        SuiteHandler &suites, AEGP_ItemH item, const QByteArray &path, qint32 kind, bool &same);
+    bool NewFootageItem(SuiteHandler &suites, const QByteArray &file, bool isSeries,
+        AEGP_ItemH folder, AEGP_ItemH &item);
 
     struct EfxParam
     {
@@ -242,6 +250,9 @@ private:
         qint32 &before, qint32 &after);
     void WriteHoldKey(SuiteHandler &suites, AEGP_StreamRefH stream, qint32 keyIndex, qint32 image);
 };
+
+/// The last word of ImportCells, for whoever wants to show it.
+extern ImportText ImportMessage;
 
 /// The library, made at first use and kept until the process ends. Making it calls no host.
 vipLi *GetVipLi();

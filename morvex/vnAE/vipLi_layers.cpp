@@ -17,8 +17,7 @@ namespace {
 char layerName[vipLi::kNameBytes];
 char sourceName[vipLi::kNameBytes];
 
-constexpr int kPathBytes = 260; // of a path as UTF-8, terminator included
-constexpr AEGP_MemSize kPathMemoryBytes = 520; // the same path as UTF-16
+constexpr AEGP_MemSize kPathMemoryBytes = 520; // a path of 260 bytes as UTF-16
 
 Qt::GlobalColor LabelColor(qint32 label)
 {
@@ -203,7 +202,7 @@ qint32 vipLi::GetColumnKind()
     return last == -1 || last == 0 ? kFixe : kSequence;
 }
 
-bool vipLi::ReadFootagePath(SuiteHandler &suites, AEGP_FootageH footage, char *path, int pathSize)
+bool vipLi::ReadFootagePath(SuiteHandler &suites, AEGP_FootageH footage, QByteArray &path)
 {
     AEGP_MemHandle memory = nullptr;
     if (VN_HOST_FAILED(suites.Memory1()->AEGP_NewMemHandle(
@@ -220,10 +219,7 @@ bool vipLi::ReadFootagePath(SuiteHandler &suites, AEGP_FootageH footage, char *p
     void *address = nullptr;
     if (VN_HOST_FAILED(second.Lock(&address)))
         return false;
-    const QByteArray utf8 = QString::fromUtf16(static_cast<const A_UTF16Char *>(address)).toUtf8();
-    if (VN_FALSE(utf8.size() < pathSize)) // a longer path is no path, nothing is written
-        return false;
-    std::memcpy(path, utf8.constData(), static_cast<std::size_t>(utf8.size()) + 1);
+    path = QString::fromUtf16(static_cast<const A_UTF16Char *>(address)).toUtf8();
     return true;
 }
 
@@ -240,13 +236,13 @@ QString vipLi::GetSourcePath()
     AEGP_FootageH footage = nullptr;
     if (VN_HOST_FAILED(suites.Footage11()->AEGP_GetMainFootageFromItem(source, &footage)))
         return {};
-    char path[kPathBytes] = "";
-    if (!ReadFootagePath(suites, footage, path, sizeof path))
+    QByteArray path;
+    if (!ReadFootagePath(suites, footage, path) || VN_FALSE(path.size() < kPathBytes))
         return {};
     QString ascii;
-    for (const char *c = path; *c; ++c) {
-        if (static_cast<signed char>(*c) > 0) // nothing beyond ASCII survives
-            ascii += QLatin1Char(*c);
+    for (const char c : qAsConst(path)) {
+        if (static_cast<signed char>(c) > 0) // nothing beyond ASCII survives
+            ascii += QLatin1Char(c);
     }
     return ascii;
 }

@@ -29,7 +29,8 @@ public:
     const Project &GetProject() const { return project; }
     /// The project for writing. @param what names the change where no group is open
     Project &Edit(const QByteArray &what);
-    /// Puts another project in place and forgets the history.
+    /// Puts another project in place and forgets the history, an open group, the view and the path.
+    /// The ids of the project before may name other things from now on.
     void Replace(const Project &project);
     /// How often that was done. An id of one project means nothing in the next.
     int ReplaceCount() const { return replaceCount; }

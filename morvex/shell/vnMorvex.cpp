@@ -1,0 +1,60 @@
+#include "shell/vnMorvex.h"
+
+#include "vnAE/vipLi.h"
+
+namespace {
+
+/// There is no panel to be made yet: the host is answered as when there is no memory for one.
+MorvexPanel *MakeNoPanel(
+    SPBasicSuite *, AEGP_PluginID, AEGP_PanelH, AEGP_PlatformViewRef, AEGP_PanelFunctions1 *)
+{
+    return nullptr;
+}
+
+MorvexPanelFactory panelFactory = MakeNoPanel;
+
+bool ChangesProjectUnseen(AEGP_Command command)
+{
+    return command == kHostCommandUndo || command == kHostCommandRedo
+        || command == kHostCommandOpenProject;
+}
+
+} // namespace
+
+void SetMorvexPanelFactory(MorvexPanelFactory factory)
+{
+    panelFactory = factory ? factory : MakeNoPanel;
+}
+
+vnMorvex::vnMorvex(SPBasicSuite *basicSuite, AEGP_PluginID pluginId)
+    : vnQtAE(basicSuite, pluginId), panel(nullptr)
+{
+    vipLi *library = GetVipLi();
+    library->BasicSuite = basicSuite;
+    library->PluginId = pluginId;
+}
+
+void vnMorvex::CommandHook(
+    AEGP_Command picked, AEGP_HookPriority priority, A_Boolean alreadyHandled, A_Boolean *handled)
+{
+    if (panel && ChangesProjectUnseen(picked))
+        panel->ScheduleRefresh();
+    vnQtAE::CommandHook(picked, priority, alreadyHandled, handled);
+}
+
+void vnMorvex::IdleHook(A_long *maxSleep)
+{
+    vnQtAE::IdleHook(maxSleep);
+    if (panel)
+        panel->OnHostIdle();
+}
+
+void vnMorvex::DeathHook() { }
+
+void vnMorvex::CreatePanelHook(AEGP_PlatformViewRef container, AEGP_PanelH panelH,
+    AEGP_PanelFunctions1 *functions, AEGP_PanelRefcon *refcon)
+{
+    panel = panelFactory(
+        basicSuite, static_cast<AEGP_PluginID>(pluginId), panelH, container, functions);
+    *refcon = panel ? panel->Refcon() : nullptr;
+}
