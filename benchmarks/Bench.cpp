@@ -19,21 +19,6 @@ QVector<Group> &Groups()
     return groups;
 }
 
-double Microseconds(const std::function<void()> &work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::micro> taken
-        = std::chrono::steady_clock::now() - start;
-    return taken.count();
-}
-
-double Median(QVector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    return times.isEmpty() ? 0 : times[times.size() / 2];
-}
-
 void Print(const Figure &figure)
 {
     std::printf("%-46s ours %12.2f %-5s floor %12.2f  ratio %7.3f  goal %7s  %s\n",
@@ -50,12 +35,27 @@ Registration::Registration(const char *name, std::function<Figures()> measure)
     Groups() << Group{ QString::fromUtf8(name), std::move(measure) };
 }
 
+double Median(QVector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.isEmpty() ? 0 : values[values.size() / 2];
+}
+
+double Once(const std::function<void()> &work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::micro> taken
+        = std::chrono::steady_clock::now() - start;
+    return taken.count();
+}
+
 double MedianTime(int rounds, const std::function<void()> &work)
 {
     work();
     QVector<double> times;
     for (int i = 0; i < rounds; ++i)
-        times << Microseconds(work);
+        times << Once(work);
     return Median(times);
 }
 
@@ -66,8 +66,8 @@ Figure Compare(const QString &name, double goal, int rounds, const std::function
     floor();
     QVector<double> oursTimes, floorTimes;
     for (int i = 0; i < rounds; ++i) {
-        oursTimes << Microseconds(ours);
-        floorTimes << Microseconds(floor);
+        oursTimes << Once(ours);
+        floorTimes << Once(floor);
     }
     Figure figure;
     figure.name = name;

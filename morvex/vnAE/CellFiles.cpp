@@ -279,16 +279,16 @@ ImportCode WriteZeroCell(
 
 bool SameCellSerie(const char *projectPath, const char *wantedPath, qint32 kind, qint32 fileCount)
 {
-    if (kind == kKindFixe && fileCount >= 2)
+    if (kind == kFixe && fileCount >= 2)
         return false;
     const NameView inProject = TakePathApart(projectPath);
     const NameView wanted = TakePathApart(wantedPath);
     if (!SameText(inProject.extension, wanted.extension)
         || !SameText(FolderOf(projectPath), FolderOf(wantedPath)))
         return false;
-    if (kind == kKindSequence)
+    if (kind == kSequence)
         return SameText(inProject.root, wanted.root);
-    return kind == kKindFixe && SameText(inProject.stem, wanted.stem);
+    return kind == kFixe && SameText(inProject.stem, wanted.stem);
 }
 
 bool FormatImportMessage(

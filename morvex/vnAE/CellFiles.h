@@ -2,9 +2,9 @@
 //
 //     cut/walk_0012.PNG
 //     |   |    |    `-- extension  png, tga or psd for a drawing, in any case
-//     |   |    `------- digits     the last unbroken run of digits; their value is the number,
-//     their |   |                        count the padding |   `------------ root       what is
-//     left of the stem; may be empty or end in a point or dash
+//     |   |    `------- digits     the last unbroken run of digits; their value is the number, their
+//     |   |                        count the padding
+//     |   `------------ root       what is left of the stem; may be empty or end in a point or dash
 //     `---------------- folder     what stands before the last separator; empty without one
 //
 // Text       narrow, UTF-8. Names are compared without regard to the case of ASCII letters and byte
@@ -27,8 +27,9 @@ using CellName = char[kCellNameBytes];
 using CellPath = char[kCellPathBytes];
 using ImportText = char[kImportTextBytes];
 
-/// The kinds of a column.
-enum CellKind : qint32 { kKindSequence = 1, kKindFixe = 2 };
+/// The kinds of a column: a series of drawings, or anything that shows the same on every frame.
+constexpr qint32 kSequence = 1;
+constexpr qint32 kFixe = 2;
 
 /// What an import can say. WriteZeroCell gives the four codes that it names.
 enum ImportCode : qint32 {
@@ -92,7 +93,7 @@ ImportCode WriteZeroCell(
     const char *folder, const char *root, const char *extension, CellName &fileName);
 
 /// True when a footage of the project is what an import asks for: the same folder and extension,
-/// and the same root (kKindSequence; any file of the series will do) or stem (kKindFixe).
+/// and the same root (kSequence; any file of the series will do) or stem (kFixe).
 /// @param fileCount main files of the project's footage; a still is never one of several files
 /// @return false also for any other kind
 bool SameCellSerie(const char *projectPath, const char *wantedPath, qint32 kind, qint32 fileCount);

@@ -6,8 +6,7 @@
 ///     given       becomes                  rule
 ///     5           5 6 7 8                  one cell: a series rises by one per frame
 ///     1 1 2       1 1 2 2 3 3              runs: as long as the first one, as far apart as the
-///     first
-///                                          two values
+///                                          first two values
 ///     1 9 2       1 9 2 10 3 11            two series that alternate: the second cell lies farther
 ///                                          from the first than the third does
 ///
