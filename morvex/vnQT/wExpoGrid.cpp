@@ -70,6 +70,7 @@ QAction *WExpoGrid::AddAction(const QString &text)
 
 // What the sheet is without a host: five by five cells that take no change.
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the slot takes the string over
 void WExpoGrid::StartUndoGroup(QString) { }
 
 void WExpoGrid::EndUndoGroup() { }
