@@ -1,10 +1,10 @@
 #include "RenderJob.h"
 
 #include "Placement.h"
+#include "core/WholeFile.h"
 
 #include <QBuffer>
 #include <QDir>
-#include <QSaveFile>
 
 #include <chrono>
 
@@ -112,10 +112,7 @@ QString RenderJob::WriteFrame(Renderer *renderer, qint32 frame, QImage *image) c
     const QByteArray bytes = Encoded(*image, background);
     if (bytes.isEmpty())
         return QStringLiteral("The frame \"%1\" cannot be encoded").arg(path);
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return {};
-    return QStringLiteral("The file \"%1\" cannot be written: %2").arg(path, file.errorString());
+    return WriteWholeFile(path, bytes);
 }
 
 RenderResult RenderJob::Run(const ProgressFunction &progress) const
