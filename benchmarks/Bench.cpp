@@ -19,15 +19,6 @@ QVector<Group> &Groups()
     return groups;
 }
 
-double Microseconds(const std::function<void()> &work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::micro> taken
-        = std::chrono::steady_clock::now() - start;
-    return taken.count();
-}
-
 double Median(QVector<double> times)
 {
     std::sort(times.begin(), times.end());
@@ -50,12 +41,21 @@ Registration::Registration(const char *name, std::function<Figures()> measure)
     Groups() << Group{ QString::fromUtf8(name), std::move(measure) };
 }
 
+double Once(const std::function<void()> &work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::micro> taken
+        = std::chrono::steady_clock::now() - start;
+    return taken.count();
+}
+
 double MedianTime(int rounds, const std::function<void()> &work)
 {
     work();
     QVector<double> times;
     for (int i = 0; i < rounds; ++i)
-        times << Microseconds(work);
+        times << Once(work);
     return Median(times);
 }
 
@@ -66,8 +66,8 @@ Figure Compare(const QString &name, double goal, int rounds, const std::function
     floor();
     QVector<double> oursTimes, floorTimes;
     for (int i = 0; i < rounds; ++i) {
-        oursTimes << Microseconds(ours);
-        floorTimes << Microseconds(floor);
+        oursTimes << Once(ours);
+        floorTimes << Once(floor);
     }
     Figure figure;
     figure.name = name;

@@ -33,6 +33,9 @@ struct Registration
     Registration(const char *name, std::function<Figures()> measure);
 };
 
+/// Microseconds of this one call.
+double Once(const std::function<void()> &work);
+
 /// Median microseconds of one call. @param rounds number of measured calls, after one warm-up
 double MedianTime(int rounds, const std::function<void()> &work);
 

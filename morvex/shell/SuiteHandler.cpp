@@ -1,28 +1,39 @@
 #include "shell/SuiteHandler.h"
 
-const void *SuiteHandler::Suite(int place)
+namespace {
+
+constexpr std::uint64_t BitOf(unsigned place)
 {
-    if (place < 0 || place >= kPublishedSuiteCount)
-        throw SuiteErr(PF_Err_BAD_CALLBACK_PARAM);
-    return IsHeld(place) ? tables[place] : Acquire(place);
+    return std::uint64_t(1) << (place % 64);
 }
 
-const void *SuiteHandler::Acquire(int place)
+} // namespace
+
+const void *SuiteHandler::Suite(int row)
+{
+    const auto place = static_cast<unsigned>(row);
+    if (place >= static_cast<unsigned>(kPublishedSuiteCount)) // a negative one is huge
+        throw SuiteErr(PF_Err_BAD_CALLBACK_PARAM);
+    return held[place / kWordBits] & BitOf(place) ? tables[place] : Acquire(place);
+}
+
+const void *SuiteHandler::Acquire(unsigned place)
 {
     const PublishedSuite &suite = kPublishedSuites[place];
     const void *table = nullptr;
     if (basicSuite->AcquireSuite(suite.name, suite.version, &table) != kSPNoError || !table)
         throw SuiteErr(PF_Err_BAD_CALLBACK_PARAM);
     tables[place] = table;
-    held[place / kWordBits] |= std::uint64_t(1) << (place % kWordBits);
+    held[place / kWordBits] |= BitOf(place);
     return table;
 }
 
 /// Walks the set bits of a word from the lowest on, so that a few are found among many at once.
-void SuiteHandler::ReleaseWord(int word)
+void SuiteHandler::ReleaseWord(unsigned word)
 {
     for (std::uint64_t bits = held[word]; bits != 0; bits &= bits - 1) {
-        const PublishedSuite &suite = kPublishedSuites[word * kWordBits + __builtin_ctzll(bits)];
+        const auto bit = static_cast<unsigned>(__builtin_ctzll(bits));
+        const PublishedSuite &suite = kPublishedSuites[word * kWordBits + bit];
         basicSuite->ReleaseSuite(suite.name, suite.version); // unchecked: nobody could act on it
     }
     held[word] = 0;

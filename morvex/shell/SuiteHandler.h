@@ -64,7 +64,7 @@ public:
     /// acquires anew. For a handler that outlives its operations. Never throws.
     void ReleaseAll()
     {
-        for (int word = 0; word < kWords; ++word) {
+        for (unsigned word = 0; word < kWords; ++word) {
             if (held[word])
                 ReleaseWord(word);
         }
@@ -76,14 +76,13 @@ private:
     {
         constexpr int place = SuitePlace(Table::kName, Table::kVersion);
         static_assert(place >= 0, "the pair is not among the published suites");
-        return static_cast<const Table *>(IsHeld(place) ? tables[place] : Acquire(place));
+        return static_cast<const Table *>(Suite(place));
     }
-    bool IsHeld(int place) const { return (held[place / kWordBits] >> (place % kWordBits)) & 1; }
-    const void *Acquire(int place);
-    void ReleaseWord(int word);
+    const void *Acquire(unsigned place);
+    void ReleaseWord(unsigned word);
 
-    static constexpr int kWordBits = 64;
-    static constexpr int kWords = (kPublishedSuiteCount + kWordBits - 1) / kWordBits;
+    static constexpr unsigned kWordBits = 64;
+    static constexpr unsigned kWords = (kPublishedSuiteCount + kWordBits - 1) / kWordBits;
 
     const SPBasicSuite *basicSuite;
     const void *tables[kPublishedSuiteCount]; // each counts as null while its bit is clear

@@ -120,8 +120,7 @@ public:
     { }
     ~MemHandle()
     {
-        Unlock();
-        if (handle)
+        if (Unlock() == A_Err_NONE && handle) // what is still locked may not be freed
             table->AEGP_FreeMemHandle(handle);
     }
 
@@ -134,10 +133,9 @@ public:
         locked = error == A_Err_NONE;
         return error;
     }
-    void Unlock()
+    A_Err Unlock()
     {
-        if (std::exchange(locked, false))
-            table->AEGP_UnlockMemHandle(handle);
+        return std::exchange(locked, false) ? table->AEGP_UnlockMemHandle(handle) : A_Err_NONE;
     }
 
 private:

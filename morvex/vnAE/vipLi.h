@@ -16,6 +16,8 @@
 // Thread     The host's main thread, one call at a time.
 #pragma once
 
+#include "vnAE/CellFiles.h"
+
 #include "hostapi/BasicSuite.h"
 #include "hostapi/HostTypes.h"
 
@@ -24,10 +26,6 @@
 
 class QBrush;
 class SuiteHandler;
-
-/// The kinds of a column, told from its source alone.
-constexpr qint32 kSequence = 1; // a series of drawings
-constexpr qint32 kFixe = 2; // a still, a solid, a composition, a camera, ...
 
 class vipLi
 {
@@ -89,7 +87,8 @@ public:
     /// The name that the user gave, else the source's name up to its first "." or "["; "ERR" when
     /// the host failed. [host] [layer]
     QString GetColumnName();
-    /// kSequence or kFixe. [host] [layer]
+    /// kSequence or kFixe, told from the source alone: a still, a solid, a composition and a camera
+    /// are FIXE. [host] [layer]
     qint32 GetColumnKind();
     /// The last image of the source: 0 for a source that is no footage, -1 without one. [host]
     /// [layer]
@@ -253,7 +252,7 @@ private:
 };
 
 /// The last word of ImportCells, for whoever wants to show it.
-extern char ImportMessage[1000];
+extern ImportText ImportMessage;
 
 /// The library, made at first use and kept until the process ends. Making it calls no host.
 vipLi *GetVipLi();

@@ -10,7 +10,7 @@
 #include <cstdio>
 #include <cstring>
 
-char ImportMessage[kImportTextBytes] = "";
+ImportText ImportMessage = "";
 
 namespace {
 
@@ -33,7 +33,7 @@ bool FirstFileOfSeries(const QByteArray &path, QByteArray &firstPath)
     const ImportCode code = WriteZeroCell(parts.folder, root, parts.extension, firstFile);
     if (code != kImportOk)
         FormatImportMessage(ImportMessage, code, parts.folder, root, firstFile);
-    firstPath = QByteArray(parts.folder) + '\\' + firstFile;
+    firstPath = QByteArray(parts.folder) + '\\' + QByteArray(firstFile);
     return true;
 }
 

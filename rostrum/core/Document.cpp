@@ -14,8 +14,11 @@ Project &Document::Edit(const QByteArray &what)
 
 void Document::Replace(const Project &other)
 {
+    const Project next = other; // it may be this document's own
+    const int count = replaceCount;
     *this = Document();
-    project = other;
+    project = next;
+    replaceCount = count + 1;
 }
 
 void Document::StartGroup(const QByteArray &name)

@@ -29,8 +29,11 @@ public:
     const Project &GetProject() const { return project; }
     /// The project for writing. @param what names the change where no group is open
     Project &Edit(const QByteArray &what);
-    /// Puts another project in place and forgets the history.
+    /// Puts another project in place and forgets the history, an open group, the view and the path.
+    /// The ids of the project before may name other things from now on.
     void Replace(const Project &project);
+    /// How often that was done. An id of one project means nothing in the next.
+    int ReplaceCount() const { return replaceCount; }
 
     void StartGroup(const QByteArray &name);
     /// @return false when no group is open; nothing changes then
@@ -67,6 +70,7 @@ private:
     QByteArray changeName;
     bool changeOpen = false; // by a group, or by a change outside any
     int depth = 0; // groups open
+    int replaceCount = 0;
     QVector<Entry> undo;
     QVector<Entry> redo;
 };

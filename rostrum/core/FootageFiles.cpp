@@ -6,6 +6,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <optional>
 
 namespace rostrum {
 namespace {
@@ -29,6 +30,14 @@ NumberedName TakeApart(const QString &fileName)
     return { whole.left(start), whole.mid(start), point > 0 ? fileName.mid(point + 1) : QString() };
 }
 
+/// The number of a file, none without digits or when they go beyond 31 bits.
+std::optional<qint32> NumberOf(const NumberedName &name)
+{
+    bool isNumber = false;
+    const qint32 number = name.digits.toInt(&isNumber);
+    return isNumber ? std::optional<qint32>(number) : std::nullopt;
+}
+
 struct NumberedFile
 {
     qint32 number = 0;
@@ -48,11 +57,10 @@ QVector<NumberedFile> FilesOfSeries(const QString &folder, const NumberedName &w
         list.next();
         const QString name = list.fileName();
         const NumberedName parts = TakeApart(name);
-        bool isNumber = false;
-        const qint32 number = parts.digits.toInt(&isNumber);
-        if (isNumber && parts.stem.compare(wanted.stem, Qt::CaseInsensitive) == 0
+        const std::optional<qint32> number = NumberOf(parts);
+        if (number && parts.stem.compare(wanted.stem, Qt::CaseInsensitive) == 0
             && parts.extension.compare(wanted.extension, Qt::CaseInsensitive) == 0)
-            files << NumberedFile{ number, name };
+            files << NumberedFile{ *number, name };
     }
     std::sort(files.begin(), files.end(), ByNumber);
     return files;
@@ -69,9 +77,27 @@ QByteArray SeriesName(const Footage &footage)
 {
     const NumberedName first = TakeApart(footage.files.first());
     const NumberedName last = TakeApart(footage.files.last());
-    const QString name = QStringLiteral("%1[%2-%3].%4")
-                             .arg(first.stem, first.digits, last.digits, first.extension);
-    return name.toUtf8();
+    const QString name = QStringLiteral("%1[%2-%3]").arg(first.stem, first.digits, last.digits);
+    const bool hasExtension = !first.extension.isEmpty();
+    return (hasExtension ? name + QLatin1Char('.') + first.extension : name).toUtf8();
+}
+
+/// Takes the whole series of a numbered file into the result. @return false when its number is
+/// beyond what a series can hold
+bool TakeSeries(const NumberedName &wanted, ImportResult *result)
+{
+    if (!NumberOf(wanted))
+        return false;
+    const QVector<NumberedFile> series = FilesOfSeries(result->footage.folder, wanted);
+    if (series.isEmpty()) // its files went away meanwhile; the one that was found is looked at
+        return true;
+    result->footage.files.clear();
+    for (const NumberedFile &file : series) {
+        result->footage.files << file.name;
+        result->footage.numbers << file.number;
+    }
+    result->name = SeriesName(result->footage);
+    return true;
 }
 
 } // namespace
@@ -88,22 +114,24 @@ QString RealFileName(const QString &folder, const QString &fileName)
         return {};
     if (QFileInfo(folder + QLatin1Char('/') + fileName).isFile())
         return fileName;
+    QString real;
     QDirIterator list(folder, QDir::Files | QDir::Hidden);
     while (list.hasNext()) {
         list.next();
-        if (list.fileName().compare(fileName, Qt::CaseInsensitive) == 0)
-            return list.fileName();
+        const QString name = list.fileName();
+        if (name.compare(fileName, Qt::CaseInsensitive) == 0 && (real.isEmpty() || name < real))
+            real = name;
     }
-    return {};
+    return real;
 }
 
 ImportResult ImportDrawings(const QString &path, bool series)
 {
-    const QFileInfo wanted(QDir::cleanPath(WithSlashes(path)));
-    const QString fileName = WithSlashes(path).section(QLatin1Char('/'), -1);
+    const QString slashed = WithSlashes(path);
+    const QString fileName = slashed.section(QLatin1Char('/'), -1);
     if (fileName.isEmpty()) // a folder is never taken for a series
         return Failed(QStringLiteral("\"%1\" names no file").arg(path));
-    const QString folder = wanted.absolutePath();
+    const QString folder = QDir(slashed.chopped(fileName.size())).absolutePath();
     const QString real = RealFileName(folder, fileName);
     if (real.isEmpty())
         return Failed(QStringLiteral("There is no file \"%1\" in \"%2\"").arg(fileName, folder));
@@ -114,19 +142,10 @@ ImportResult ImportDrawings(const QString &path, bool series)
     result.footage.files << real;
     result.name = real.toUtf8();
     const NumberedName parts = TakeApart(real);
-    if (series && !parts.digits.isEmpty()) {
-        result.footage.files.clear();
-        for (const NumberedFile &file : FilesOfSeries(folder, parts)) {
-            result.footage.files << file.name;
-            result.footage.numbers << file.number;
-        }
-        if (result.footage.files.isEmpty()) // digits beyond any number
-            return Failed(QStringLiteral("The number of \"%1\" is too large").arg(real));
-        result.name = SeriesName(result.footage);
-    }
+    if (series && !parts.digits.isEmpty() && !TakeSeries(parts, &result))
+        return Failed(QStringLiteral("The number of \"%1\" is too large").arg(real));
 
     QImageReader reader(result.footage.PathOf(0));
-    reader.setDecideFormatFromContent(false); // an extension without a reader is refused at once
     result.footage.size = reader.size();
     if (result.footage.size.isEmpty())
         result.footage.size = reader.read().size(); // some formats tell their size only so

@@ -19,15 +19,16 @@ struct ImportResult
 
 /// Reads a path in. "/" and "\" both separate folders. With `series`, the file's whole series comes
 /// in: all files of its folder that have the same name before the digits and the same extension,
-/// case aside, sorted by number; a file without digits makes a series of one. Otherwise the one
-/// file comes in as a still. The image's header is read, its pixels are not.
+/// case aside, sorted by number, then by name; a file without digits makes a series of one.
+/// Otherwise the one file comes in as a still. Of the first image the header is read; its pixels
+/// only where the format tells its size no other way.
 ImportResult ImportDrawings(const QString &path, bool series);
 
 /// The path with "/" between its folders.
 QString WithSlashes(const QString &path);
 
 /// The real spelling of a file name in a folder, matched without regard to case; the exact spelling
-/// first. Empty when there is no such file.
+/// first, then the first by name. Empty when there is no such file.
 QString RealFileName(const QString &folder, const QString &fileName);
 
 } // namespace rostrum

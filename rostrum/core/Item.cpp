@@ -33,6 +33,12 @@ Time Footage::Duration() const
     return isSeries ? rate.FrameTime(files.size()) : Time();
 }
 
+QString Footage::PathOf(int position) const
+{
+    const bool isRoot = folder.endsWith(QLatin1Char('/')); // "/" alone ends in one
+    return folder + (isRoot ? QString() : QStringLiteral("/")) + files.at(position);
+}
+
 QSize Item::Dimensions() const
 {
     if (const Composition *composition = AsComposition())

@@ -41,14 +41,15 @@ struct Footage
 {
     QString folder; // absolute, "/" between its parts
     QStringList files; // names in the folder; a still has one
-    QVector<qint32> numbers; // the files' own numbers, of equal length; empty for a still
+    QVector<qint32> numbers; // the files' own numbers, rising; empty for a file without one
     bool isSeries = false; // true for a single numbered file imported as a series, too
     QSize size; // pixels of the first image
     Rate rate; // images a second, of a series
 
     /// Images at the footage's rate; a still has the duration 0.
     Time Duration() const;
-    QString PathOf(int position) const { return folder + QLatin1Char('/') + files.at(position); }
+    /// The path of an image. @param position 0 to the number of files - 1
+    QString PathOf(int position) const;
 };
 
 struct Solid

@@ -52,7 +52,7 @@ LayerEffect *Layer::FindEffect(EffectId effect)
 
 double Layer::SourceSeconds(const Time &compTime) const
 {
-    const Time layerTime = offset.value == 0 ? compTime : ToLayerTime(compTime);
+    const Time layerTime = ToLayerTime(compTime);
     return timeRemap.HasKeys() ? timeRemap.ValueAt(layerTime)[0] : layerTime.Seconds();
 }
 

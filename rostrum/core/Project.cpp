@@ -1,5 +1,7 @@
 #include "Project.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace rostrum {
@@ -8,6 +10,25 @@ namespace {
 StreamValue Centre(const QSize &size)
 {
     return { size.width() / 2.0, size.height() / 2.0, 0, 0 };
+}
+
+/// Takes out the layers that a test picks, in one pass, and frees their children.
+template <typename Test>
+void RemoveLayers(Composition &composition, const Test &picks)
+{
+    QVector<LayerPtr> kept;
+    QSet<LayerId> gone;
+    for (const LayerPtr &layer : qAsConst(composition.layers)) {
+        if (picks(*layer))
+            gone << layer->id;
+        else
+            kept << layer;
+    }
+    for (LayerPtr &layer : kept) {
+        if (gone.contains(layer.constData()->parent))
+            layer->parent = 0;
+    }
+    composition.layers = kept;
 }
 
 } // namespace
@@ -74,8 +95,7 @@ ItemId Project::NextInWalk(ItemId item) const
 
 Item *Project::Edit(ItemId item)
 {
-    const auto found = items.find(item);
-    return found == items.end() ? nullptr : found->data();
+    return items.contains(item) ? items[item].data() : nullptr;
 }
 
 Composition *Project::EditComposition(ItemId item)
@@ -121,8 +141,25 @@ ItemId Project::AddComposition(
     Item item;
     item.parent = parent;
     item.name = name;
-    item.content = composition;
+    Composition content = composition;
+    GiveIds(content);
+    item.content = content;
     return AddItem(item);
+}
+
+void Project::GiveIds(Composition &composition)
+{
+    QHash<LayerId, LayerId> given;
+    for (LayerPtr &layer : composition.layers) {
+        given.insert(layer.constData()->id, nextId);
+        layer->id = nextId++;
+        for (LayerEffect &effect : layer->effects)
+            effect.id = nextId++;
+    }
+    for (LayerPtr &layer : composition.layers) {
+        const LayerId parent = layer.constData()->parent;
+        layer->parent = parent ? given.value(parent) : 0;
+    }
 }
 
 ItemId Project::AddFootage(const QByteArray &name, const Footage &footage, ItemId parent)
@@ -148,35 +185,53 @@ bool Project::RemoveItem(ItemId item)
     const Item *found = Find(item);
     if (!found || item == kRootFolder)
         return false;
-    if (const Folder *folder = found->AsFolder()) {
-        const QVector<ItemId> children = folder->children;
-        for (const ItemId child : children)
-            RemoveItem(child);
+    const QSet<ItemId> gone = WithContents(item);
+    Edit(found->parent)->AsFolder()->children.removeOne(item);
+    for (const ItemId each : gone)
+        items.remove(each);
+
+    const auto showsGone = [&gone](const Layer &layer) { return gone.contains(layer.source); };
+    const QList<ItemId> left = items.keys();
+    for (const ItemId each : left) {
+        const Composition *composition = FindComposition(each);
+        const auto isHit = [&](const LayerPtr &layer) { return showsGone(*layer); };
+        if (composition
+            && std::any_of(composition->layers.cbegin(), composition->layers.cend(), isHit))
+            RemoveLayers(*EditComposition(each), showsGone);
     }
-    const QList<ItemId> all = items.keys();
-    for (const ItemId composition : all) {
-        const Composition *content = FindComposition(composition);
-        if (!content)
-            continue;
-        const QVector<LayerPtr> layers = content->layers;
-        for (const LayerPtr &layer : layers) {
-            if (layer->source == item)
-                RemoveLayer(composition, layer->id);
-        }
-    }
-    Edit(Find(item)->parent)->AsFolder()->children.removeOne(item);
-    items.remove(item);
     return true;
 }
 
+/// The item and, of a folder, all that it holds.
+QSet<ItemId> Project::WithContents(ItemId item) const
+{
+    QVector<ItemId> found{ item };
+    for (int i = 0; i < found.size(); ++i) {
+        if (const Folder *folder = Find(found.at(i))->AsFolder())
+            found << folder->children;
+    }
+    return { found.cbegin(), found.cend() };
+}
+
+/// Looks into each composition once, however often and however deep it is shown.
 bool Project::Shows(ItemId shower, ItemId shown) const
 {
-    if (shower == shown)
-        return true;
-    const Composition *composition = FindComposition(shower);
-    return composition
-        && std::any_of(composition->layers.cbegin(), composition->layers.cend(),
-            [&](const LayerPtr &layer) { return layer->source && Shows(layer->source, shown); });
+    QVector<ItemId> waiting{ shower };
+    QSet<ItemId> met{ shower, 0 }; // 0: a layer without source
+    while (!waiting.isEmpty()) {
+        const ItemId item = waiting.takeLast();
+        if (item == shown)
+            return true;
+        const Composition *composition = FindComposition(item);
+        const QVector<LayerPtr> layers = composition ? composition->layers : QVector<LayerPtr>();
+        for (const LayerPtr &layer : layers) {
+            if (met.contains(layer->source))
+                continue;
+            met << layer->source;
+            waiting << layer->source;
+        }
+    }
+    return false;
 }
 
 bool Project::CanAddLayer(ItemId source, ItemId composition) const
@@ -209,6 +264,8 @@ LayerId Project::AddLayer(ItemId source, ItemId composition)
 
 LayerId Project::AddLayerWithoutSource(LayerKind kind, const QByteArray &name, ItemId composition)
 {
+    if (kind == LayerKind::Source)
+        return 0;
     Layer layer;
     layer.kind = kind;
     layer.name = name;
@@ -219,12 +276,8 @@ bool Project::RemoveLayer(ItemId composition, LayerId layer)
 {
     if (!FindLayer(composition, layer))
         return false;
-    Composition *target = EditComposition(composition);
-    target->layers.remove(target->IndexOf(layer));
-    for (int i = 0; i < target->layers.size(); ++i) {
-        if (target->layers.at(i)->parent == layer)
-            target->layers[i]->parent = 0;
-    }
+    RemoveLayers(
+        *EditComposition(composition), [&](const Layer &each) { return each.id == layer; });
     return true;
 }
 
@@ -299,7 +352,7 @@ bool operator==(const Project &a, const Project &b)
     };
     if (a.items.isSharedWith(b.items))
         return true;
-    return a.items.size() == b.items.size() && a.items.keys() == b.items.keys()
+    return a.items.size() == b.items.size() // an item holds its key, its id
         && std::equal(a.items.cbegin(), a.items.cend(), b.items.cbegin(), same);
 }
 

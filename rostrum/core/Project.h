@@ -8,6 +8,7 @@
 #include "core/Item.h"
 
 #include <QMap>
+#include <QSet>
 
 namespace rostrum {
 
@@ -31,12 +32,14 @@ public:
     /// The number of items, the root folder included.
     int ItemCount() const { return items.size(); }
 
-    /// Access for writing; what is shared with other copies is copied first.
+    /// Access for writing; what is shared with other copies is copied first. Ids, and which folder
+    /// holds an item, are the operations' below to change.
     Item *Edit(ItemId item);
     Composition *EditComposition(ItemId item);
     Layer *EditLayer(ItemId composition, LayerId layer, int *hint = nullptr);
 
     ItemId AddFolder(const QByteArray &name, ItemId parent = kRootFolder);
+    /// Layers and effects that the composition brings along get ids of their own.
     ItemId AddComposition(
         const QByteArray &name, const Composition &composition, ItemId parent = kRootFolder);
     ItemId AddFootage(const QByteArray &name, const Footage &footage, ItemId parent = kRootFolder);
@@ -74,6 +77,8 @@ private:
 
     ItemId AddItem(Item item);
     LayerId AddLayer(Layer layer, ItemId composition);
+    void GiveIds(Composition &composition);
+    QSet<ItemId> WithContents(ItemId item) const;
     bool Shows(ItemId shower, ItemId shown) const;
 
     QMap<ItemId, ItemPtr> items;

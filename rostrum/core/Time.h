@@ -33,21 +33,23 @@ inline bool operator<=(const Time &a, const Time &b)
     return !(b < a);
 }
 
-/// Sum and difference. Exact where the result fits 32 bits over the common scale, in lowest terms
-/// when the scales differ; otherwise rounded to the finest scale that fits.
+/// Sum and difference, over the common scale; in lowest terms where that does not fit 32 bits. Only
+/// what does not fit in lowest terms either is rounded, to the nearest time over the finest scale
+/// that can tell it; beyond +-2147483647 seconds it stays there.
 Time operator+(const Time &a, const Time &b);
 Time operator-(const Time &a, const Time &b);
 
-/// Frames a second as a fraction, 25 / 1 for new compositions and imported series.
+/// Frames a second as a fraction, 25 / 1 for new compositions and imported series. Both numbers are
+/// above 0; who takes a rate in from outside sees to that.
 struct Rate
 {
     qint32 num = 25;
     qint32 den = 1;
 
     double PerSecond() const { return static_cast<double>(num) / den; }
-    /// The time of a frame: frame * den / num seconds.
+    /// The time of a frame: frame * den / num seconds, rounded as a sum is where it does not fit.
     Time FrameTime(qint32 frame) const;
-    /// The frame that a time lies in, rounded down, exact.
+    /// The frame that a time lies in, rounded down, exact; within +-2147483647.
     qint32 FrameAt(const Time &time) const;
 };
 

@@ -73,21 +73,31 @@ struct Slot
     QList<QByteArray> signature;
 };
 
-#define HOST_SLOT(Table, name)                                                                     \
-    Slot                                                                                           \
-    {                                                                                              \
-#name, Table::kName, Table::kVersion, #Table, sizeof(Table), offsetof(Table, name),        \
-            SignatureOf(decltype(Table::name)(nullptr))                                            \
-    }
+template <class Table>
+Slot MakeSlot(
+    const char *function, const char *table, std::size_t offset, const QList<QByteArray> &signature)
+{
+    return { function, Table::kName, Table::kVersion, table, sizeof(Table), offset, signature };
+}
+
+QVector<Slot> MakeSlots()
+{
+    QVector<Slot> rows;
+#define VN_TABLE(Table, slots)
+#define VN_SLOT(Table, name, index)                                                                \
+    rows << MakeSlot<Table>(                                                                       \
+        #name, #Table, offsetof(Table, name), SignatureOf(decltype(Table::name)(nullptr)))
+#include "hostapi/SlotList.h"
+#undef VN_SLOT
+#undef VN_TABLE
+    return rows;
+}
 
 const QVector<Slot> &DeclaredSlots()
 {
-    static const QVector<Slot> rows = {
-#include "slots.inc"
-    };
+    static const QVector<Slot> rows = MakeSlots();
     return rows;
 }
-#undef HOST_SLOT
 
 // The shapes of the facts.
 

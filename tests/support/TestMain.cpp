@@ -15,7 +15,8 @@ std::function<QString()> endCheck;
 bool IsTraceLine(const QByteArray &line)
 {
     static const QRegularExpression trace(QStringLiteral(
-        "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise)"));
+        "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise|"
+        "grabbing the keyboard)"));
     return trace.match(QString::fromUtf8(line)).hasMatch();
 }
 

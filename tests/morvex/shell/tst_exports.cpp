@@ -1,3 +1,4 @@
+#include "suites/Host.h"
 #include "testing/TestMain.h"
 
 #include <QLibrary>
@@ -11,6 +12,7 @@ class TestExports : public QObject
 private slots:
     void theLibraryExportsItsEntryPointAndNothingElse();
     void theEntryPointIsFoundByName();
+    void aHostThatLoadsTheLibraryGetsItsPanel();
 };
 
 void TestExports::theLibraryExportsItsEntryPointAndNothingElse()
@@ -34,6 +36,15 @@ void TestExports::theEntryPointIsFoundByName()
     QLibrary library(QStringLiteral(VN_PLUGIN));
     QVERIFY2(library.load(), qPrintable(library.errorString()));
     QVERIFY(library.resolve("EntryPointFunc"));
+}
+
+void TestExports::aHostThatLoadsTheLibraryGetsItsPanel()
+{
+    rostrum::Host host;
+    QCOMPARE(host.Driver().LoadPlugin(QStringLiteral(VN_PLUGIN)), QString());
+    QCOMPARE(host.Driver().Panels(), QVector<QByteArray>({ "morvex" }));
+    QCOMPARE(host.Driver().CallIdle(), 10);
+    QCOMPARE(host.Complaints() + host.Account(), QByteArrayList());
 }
 
 VN_TEST_MAIN(TestExports)

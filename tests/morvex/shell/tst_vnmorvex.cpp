@@ -56,6 +56,7 @@ constexpr AEGP_PluginID kPluginId = 23;
 template <class Pointer>
 Pointer Address(quintptr number)
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a host's handles are numbers, any will do
     return reinterpret_cast<Pointer>(number);
 }
 

@@ -1,0 +1,109 @@
+// What the tests of the typed objects share: the two streams over a temporary file, a recorder that
+// starts empty, and a run of the test program as a child of itself.
+#pragma once
+
+#include "T_Types/T_Stream.h"
+#include "T_Types/T_Struct.h"
+#include "T_Types/T_Undo.h"
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QProcess>
+#include <QString>
+
+#include <cstdio>
+
+namespace typed {
+
+/// A temporary file, gone with this object.
+class TextFile
+{
+public:
+    explicit TextFile(const QByteArray &text = QByteArray()) : file(std::tmpfile())
+    {
+        std::fwrite(text.constData(), 1, size_t(text.size()), file);
+        std::rewind(file);
+    }
+    ~TextFile()
+    {
+        if (T_WriteStream == file)
+            T_WriteStream = nullptr;
+        if (T_ReadStream == file)
+            T_ReadStream = nullptr;
+        std::fclose(file);
+    }
+    TextFile(const TextFile &) = delete;
+    TextFile &operator=(const TextFile &) = delete;
+
+    /// What is left from the present place on.
+    QByteArray Rest() const
+    {
+        QByteArray text;
+        char part[4096];
+        while (const size_t length = std::fread(part, 1, sizeof part, file))
+            text.append(part, int(length));
+        return text;
+    }
+    std::FILE *const file;
+};
+
+/// What the object writes.
+inline QByteArray Written(T_Obj &object)
+{
+    const TextFile text;
+    T_WriteStream = text.file;
+    object.Write();
+    std::rewind(text.file);
+    return text.Rest();
+}
+
+/// Lets an object read a text that begins with its body. @return what it left unread
+inline QByteArray ReadBody(T_Obj &object, const QByteArray &body, bool apply = true)
+{
+    const TextFile text(body);
+    T_ReadStream = text.file;
+    object.Read(apply);
+    return text.Rest();
+}
+
+/// Lets a root read a whole text, the two header lines included, as a program that opens a file
+/// does.
+inline QByteArray ReadWhole(T_Struct &root, const QByteArray &whole)
+{
+    const TextFile text(whole);
+    T_ReadStream = text.file;
+    char line[1000];
+    if (ReadLine(line, sizeof line) && ReadLine(line, sizeof line))
+        root.Read(true);
+    return text.Rest();
+}
+
+/// The recorder, empty and switched on; for tests that look at what it took.
+inline T_Undo *FreshUndo()
+{
+    T_Undo::Instance()->Clear();
+    T_Undo::SetEnabled(true);
+    return T_Undo::Instance();
+}
+
+struct ChildResult
+{
+    int exitCode;
+    QByteArray out;
+    QByteArray err;
+};
+
+/// Runs this program again, to see what it prints, or how it ends.
+inline ChildResult RunChild(const QString &mode,
+    const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
+{
+    QProcess child;
+    child.setProcessEnvironment(environment);
+    child.start(QCoreApplication::applicationFilePath(), { mode });
+    if (!child.waitForFinished() || child.exitStatus() != QProcess::NormalExit)
+        return { -1, child.readAllStandardOutput(), child.readAllStandardError() };
+    return { child.exitCode(), child.readAllStandardOutput().replace("\r\n", "\n"),
+        child.readAllStandardError() };
+}
+
+} // namespace typed

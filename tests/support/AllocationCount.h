@@ -1,0 +1,10 @@
+// Counts what the whole process allocates, whoever asks: our code, Qt, the C++ library. For glibc,
+// and not for builds under the address sanitizer, which has an allocator of its own.
+#pragma once
+
+namespace testing {
+
+/// Blocks asked for since the process started.
+long AllocationCount();
+
+} // namespace testing
