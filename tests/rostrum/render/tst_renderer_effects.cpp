@@ -48,7 +48,7 @@ LayerEffect Effect(const char *matchName, const QVector<double> &params)
 
 } // namespace
 
-class TestEffects : public QObject
+class TestRendererEffects : public QObject
 {
     Q_OBJECT
 
@@ -72,14 +72,14 @@ private slots:
     void paramsFollowTheirKeysInLayerTime();
 };
 
-void TestEffects::blurKeepsTheLightAndSpreadsItByItsDeviation_data()
+void TestRendererEffects::blurKeepsTheLightAndSpreadsItByItsDeviation_data()
 {
     QTest::addColumn<double>("radius");
     for (const double radius : { 1.0, 3.0, 10.0, 16.0, 16.5, 25.0, 60.0 })
         QTest::addRow("radius %g", radius) << radius;
 }
 
-void TestEffects::blurKeepsTheLightAndSpreadsItByItsDeviation()
+void TestRendererEffects::blurKeepsTheLightAndSpreadsItByItsDeviation()
 {
     QFETCH(double, radius);
     Raster raster = Plain(QSize(101, 101), 0xffffffff); // large, so that 8 bits measure it well
@@ -102,7 +102,7 @@ void TestEffects::blurKeepsTheLightAndSpreadsItByItsDeviation()
         qPrintable(QStringLiteral("%1, expected %2").arg(variance).arg(expected)));
 }
 
-void TestEffects::blurIsTheSameInAllDirections()
+void TestRendererEffects::blurIsTheSameInAllDirections()
 {
     for (const double radius : { 4.0, 20.0 }) {
         Raster raster = Plain(QSize(9, 9), 0xff4080c0);
@@ -121,7 +121,7 @@ void TestEffects::blurIsTheSameInAllDirections()
     }
 }
 
-void TestEffects::blurKeepsAPlainAreaAsItIs()
+void TestRendererEffects::blurKeepsAPlainAreaAsItIs()
 {
     for (const double radius : { 5.0, 30.0 }) {
         Raster raster = Plain(QSize(201, 151), 0x80402010);
@@ -130,7 +130,7 @@ void TestEffects::blurKeepsAPlainAreaAsItIs()
     }
 }
 
-void TestEffects::aBlurredPixelIsNeverBrighterThanItsOpacity()
+void TestRendererEffects::aBlurredPixelIsNeverBrighterThanItsOpacity()
 {
     for (const double radius : { 2.0, 7.0, 19.0, 70.0 }) {
         Raster raster = Dot(33, 0xffffffff);
@@ -146,7 +146,7 @@ void TestEffects::aBlurredPixelIsNeverBrighterThanItsOpacity()
     }
 }
 
-void TestEffects::blurOfNoRadiusChangesNothing_data()
+void TestRendererEffects::blurOfNoRadiusChangesNothing_data()
 {
     QTest::addColumn<double>("radius");
     QTest::newRow("0") << 0.0;
@@ -154,7 +154,7 @@ void TestEffects::blurOfNoRadiusChangesNothing_data()
     QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN();
 }
 
-void TestEffects::blurOfNoRadiusChangesNothing()
+void TestRendererEffects::blurOfNoRadiusChangesNothing()
 {
     QFETCH(double, radius);
     Raster raster = Dot(5, 0xff00ff00);
@@ -165,7 +165,7 @@ void TestEffects::blurOfNoRadiusChangesNothing()
     QCOMPARE(raster.origin, QPoint());
 }
 
-void TestEffects::blurBeyondTheLimitsIsRefused()
+void TestRendererEffects::blurBeyondTheLimitsIsRefused()
 {
     Raster raster = Plain(QSize(29999, 1), 0xff00ff00);
     QVERIFY(!GaussianBlur(1000, &raster));
@@ -177,7 +177,7 @@ void TestEffects::blurBeyondTheLimitsIsRefused()
     QVERIFY(small.image.width() > 2000 && small.image.width() < 3100);
 }
 
-void TestEffects::aGreyStaysGreyWhateverTheSaturation()
+void TestRendererEffects::aGreyStaysGreyWhateverTheSaturation()
 {
     for (const double saturation : { -100.0, -30.0, 60.0, 100.0 }) {
         const ColorBalance balance{ 77, 0, saturation };
@@ -186,7 +186,7 @@ void TestEffects::aGreyStaysGreyWhateverTheSaturation()
     }
 }
 
-void TestEffects::theEndsOfTheBalance_data()
+void TestRendererEffects::theEndsOfTheBalance_data()
 {
     QTest::addColumn<QVector<double>>("balance"); // hue, lightness, saturation
     QTest::addColumn<QRgb>("pixel");
@@ -207,7 +207,7 @@ void TestEffects::theEndsOfTheBalance_data()
     row("nothing to colour", { 120, 100, 100 }, 0x00000000, 0x00000000);
 }
 
-void TestEffects::theEndsOfTheBalance()
+void TestRendererEffects::theEndsOfTheBalance()
 {
     QFETCH(QVector<double>, balance);
     QFETCH(QRgb, pixel);
@@ -215,14 +215,14 @@ void TestEffects::theEndsOfTheBalance()
     QTEST(made.Balance(pixel), "expected");
 }
 
-void TestEffects::balanceLeavesOpacityAlone()
+void TestRendererEffects::balanceLeavesOpacityAlone()
 {
     const ColorBalance balance{ 120, 0, 0 };
     QCOMPARE(
         balance.Balance(qPremultiply(qRgba(255, 0, 0, 100))), qPremultiply(qRgba(0, 255, 0, 100)));
 }
 
-void TestEffects::fillKeepsOpacity()
+void TestRendererEffects::fillKeepsOpacity()
 {
     Raster raster = Dot(5, qPremultiply(qRgba(10, 200, 30, 128)));
     QVERIFY(ApplyEffect(Effect(kFill, { 100, 50, 300 }), Time(), &raster));
@@ -230,7 +230,7 @@ void TestEffects::fillKeepsOpacity()
     QCOMPARE(RawAt(raster, 1, 2), 0U);
 }
 
-void TestEffects::strokeDrawsARingOfItsWidth()
+void TestRendererEffects::strokeDrawsARingOfItsWidth()
 {
     Raster raster = Plain(QSize(11, 11), 0xff00ff00);
     QVERIFY(ApplyEffect(Effect(kStroke, { 4 }), Time(), &raster));
@@ -243,7 +243,7 @@ void TestEffects::strokeDrawsARingOfItsWidth()
     QCOMPARE(RawAt(raster, -2, -2), 0xff000000U);
 }
 
-void TestEffects::effectsThatChangeNothingAreKnown_data()
+void TestRendererEffects::effectsThatChangeNothingAreKnown_data()
 {
     QTest::addColumn<QByteArray>("effect");
     QTest::addColumn<QVector<double>>("params");
@@ -264,7 +264,7 @@ void TestEffects::effectsThatChangeNothingAreKnown_data()
     row("no number", kGaussianBlur, { std::numeric_limits<double>::quiet_NaN() }, false);
 }
 
-void TestEffects::effectsThatChangeNothingAreKnown()
+void TestRendererEffects::effectsThatChangeNothingAreKnown()
 {
     QFETCH(QByteArray, effect);
     QFETCH(QVector<double>, params);
@@ -274,7 +274,7 @@ void TestEffects::effectsThatChangeNothingAreKnown()
     QVERIFY(!Alters(unknown, Time()));
 }
 
-void TestEffects::paramsFollowTheirKeysInLayerTime()
+void TestRendererEffects::paramsFollowTheirKeysInLayerTime()
 {
     LayerEffect effect = Effect(kGaussianBlur, { 0 });
     effect.params[0].InsertKey(Time{ 2, 25 }, { 0, 0, 0, 0 });
@@ -287,6 +287,6 @@ void TestEffects::paramsFollowTheirKeysInLayerTime()
     QCOMPARE(keyed.image, plain.image);
 }
 
-VN_TEST_MAIN(TestEffects)
+VN_TEST_MAIN(TestRendererEffects)
 
-#include "tst_effects.moc"
+#include "tst_renderer_effects.moc"
