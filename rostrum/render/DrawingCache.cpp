@@ -80,7 +80,6 @@ Drawing ReadDrawing(const QString &path)
     if (!QFileInfo(path).isFile())
         return Unreadable(path, QStringLiteral("there is no such file"));
     QImageReader reader(path);
-    reader.setDecideFormatFromContent(false);
     // Asked before anything is decoded: a few bytes of a damaged header can name any size.
     const QSize told = reader.size();
     if (told.isValid() && !IsSizeAllowed(told))

@@ -31,7 +31,7 @@ struct Drawing
     bool IsOpaque() const { return image.format() == QImage::Format_RGB32; }
 };
 
-/// Reads a drawing, past any cache. The file's extension says its format, as when it is imported.
+/// Reads a drawing, past any cache; its format is found as when it is imported.
 Drawing ReadDrawing(const QString &path);
 
 class DrawingCache
