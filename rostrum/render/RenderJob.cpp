@@ -64,9 +64,8 @@ QString RenderJob::FileName(qint32 frame) const
 {
     const Item *item = project.Find(composition);
     const int digits = qMax(kLeastDigits, QString::number(last).size());
-    return QStringLiteral("%1_%2.png")
-        .arg(CleanStem(item ? item->name : QByteArray()))
-        .arg(frame, digits, 10, QLatin1Char('0'));
+    const QString number = QString::number(frame).rightJustified(digits, QLatin1Char('0'));
+    return QStringLiteral("%1_%2.png").arg(CleanStem(item ? item->name : QByteArray()), number);
 }
 
 /// What keeps the job from starting, empty when nothing does.
@@ -82,10 +81,7 @@ QString RenderJob::WhyNot() const
     if (first < 0 || last >= count || first > last)
         return QStringLiteral("The frames %1 to %2 are not in the composition \"%3\", which has 0 "
                               "to %4")
-            .arg(first)
-            .arg(last)
-            .arg(name)
-            .arg(count - 1);
+            .arg(QString::number(first), QString::number(last), name, QString::number(count - 1));
     if (folder.isEmpty())
         return QStringLiteral("No folder is given for the frames");
     if (!QDir().mkpath(folder))

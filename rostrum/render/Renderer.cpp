@@ -24,6 +24,15 @@ QColor ToColor(const Color &color)
     return { channel(color.red), channel(color.green), channel(color.blue) };
 }
 
+/// @return "\"name\" of 3 by 4 pixels cannot be drawn"
+QString CannotBeDrawn(const Item &item)
+{
+    const QSize size = item.Dimensions();
+    return QStringLiteral("\"%1\" of %2 by %3 pixels cannot be drawn")
+        .arg(QString::fromUtf8(item.name), QString::number(size.width()),
+            QString::number(size.height())); // at once: the name may hold a "%2"
+}
+
 /// The matrix moves whole pixels onto whole pixels. @param by takes the way
 bool IsWholeMove(const QTransform &matrix, QPoint *by)
 {
@@ -132,10 +141,7 @@ bool Renderer::Render(const Project &of, ItemId composition, qint32 frame, QImag
             : QImage();
     }
     if (image->isNull()) {
-        Tell(QStringLiteral("The composition \"%1\" of %2 by %3 pixels cannot be drawn")
-                 .arg(QString::fromUtf8(item->name))
-                 .arg(found->size.width())
-                 .arg(found->size.height()));
+        Tell(QStringLiteral("The composition ") + CannotBeDrawn(*item));
         return false;
     }
     if (frame >= 0 && frame < FrameCount(*found))
@@ -245,17 +251,14 @@ bool Renderer::MakeRaster(const Picture &picture, Raster *raster)
         return true;
     }
     const QSize size = picture.source->Dimensions();
-    const QString name = QString::fromUtf8(picture.source->name);
     if (depth >= kDeepestNesting) {
-        Tell(QStringLiteral("The composition \"%1\" is nested too deeply").arg(name));
+        Tell(QStringLiteral("The composition \"%1\" is nested too deeply")
+                 .arg(QString::fromUtf8(picture.source->name)));
         return false;
     }
     raster->image = TakeImage(size);
     if (raster->image.isNull()) {
-        Tell(QStringLiteral("\"%1\" of %2 by %3 pixels cannot be drawn")
-                 .arg(name)
-                 .arg(size.width())
-                 .arg(size.height()));
+        Tell(QStringLiteral("The source ") + CannotBeDrawn(*picture.source));
         return false;
     }
     if (const Solid *solid = picture.source->AsSolid()) {

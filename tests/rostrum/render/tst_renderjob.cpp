@@ -150,6 +150,7 @@ void TestRenderJob::fileNamesAreClean_data()
     row("plain", "Cut 12", 9, QStringLiteral("Cut 12_0007.png"));
     row("separators", "a/b\\c:d", 9, QStringLiteral("a_b_c_d_0007.png"));
     row("wild cards and control characters", "a*?\"<>|\n", 9, QStringLiteral("a_______0007.png"));
+    row("what looks like a place for a number", "a%2%1", 9, QStringLiteral("a%2%1_0007.png"));
     row("no name", "", 9, QStringLiteral("frame_0007.png"));
     row("blanks", "  ", 9, QStringLiteral("frame_0007.png"));
     row("the folder above", "..", 9, QStringLiteral("frame.._0007.png"));
