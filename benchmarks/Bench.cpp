@@ -19,12 +19,6 @@ QVector<Group> &Groups()
     return groups;
 }
 
-double Median(QVector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    return times.isEmpty() ? 0 : times[times.size() / 2];
-}
-
 void Print(const Figure &figure)
 {
     std::printf("%-46s ours %12.2f %-5s floor %12.2f  ratio %7.3f  goal %7s  %s\n",
@@ -39,6 +33,12 @@ void Print(const Figure &figure)
 Registration::Registration(const char *name, std::function<Figures()> measure)
 {
     Groups() << Group{ QString::fromUtf8(name), std::move(measure) };
+}
+
+double Median(QVector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.isEmpty() ? 0 : values[values.size() / 2];
 }
 
 double Once(const std::function<void()> &work)

@@ -33,6 +33,8 @@ struct Registration
     Registration(const char *name, std::function<Figures()> measure);
 };
 
+double Median(QVector<double> values);
+
 /// Microseconds of this one call.
 double Once(const std::function<void()> &work);
 

@@ -6,9 +6,10 @@
 #include "suites/Host.h"
 #include "vnAE/vipLi.h"
 
+#include <QMap>
+
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 using namespace rostrum;
 
@@ -87,10 +88,10 @@ bench::Figure OneCell()
     return bench::Compare(QStringLiteral("1500 x GetCellImage"), 1.5, 25, ours, floor);
 }
 
-double TimeOfWholeSheet(int keysPerColumn)
+double ReadWholeSheet(int keysPerColumn)
 {
     Sheet sheet(kColumns, keysPerColumn);
-    return bench::MedianTime(5, [] {
+    return bench::Once([] {
         qint32 image = 0;
         for (qint32 column = 0; column < kColumns; ++column) {
             GetVipLi()->SetCurrentColumn(column);
@@ -100,20 +101,22 @@ double TimeOfWholeSheet(int keysPerColumn)
     });
 }
 
-/// The dearest and the cheapest number of keys against each other.
+/// The dearest and the cheapest number of keys against each other, each the median of five rounds
+/// that go through all of them in turn.
 bench::Figure FlatReading()
 {
-    double least = 0;
-    double most = 0;
-    for (const int keys : { 1, 10, 100, 750 }) {
-        const double perCell = TimeOfWholeSheet(keys) / (kColumns * kFrames);
-        least = least > 0 ? std::min(least, perCell) : perCell;
-        most = std::max(most, perCell);
+    QMap<int, QVector<double>> times;
+    for (int round = 0; round < 5; ++round) {
+        for (const int keys : { 1, 10, 100, 750 })
+            times[keys] << ReadWholeSheet(keys) / (kColumns * kFrames);
     }
+    QVector<double> medians;
+    for (const QVector<double> &ofKeys : qAsConst(times))
+        medians << bench::Median(ofKeys);
     bench::Figure figure;
     figure.name = QStringLiteral("a cell of 50 x 1500, 1 to 750 keys a column");
-    figure.ours = most;
-    figure.floor = least;
+    figure.ours = *std::max_element(medians.cbegin(), medians.cend());
+    figure.floor = *std::min_element(medians.cbegin(), medians.cend());
     figure.goal = 1.25;
     return figure;
 }
@@ -134,8 +137,7 @@ double WriteTimePerCell(int cells)
         times << bench::Once([=] { WriteColumn(cells); }) / cells;
         GetVipLi()->EndUndoGroup();
     }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    return bench::Median(times);
 }
 
 /// Each write walks the keys before it, so that a cell may cost twice as much with twice the cells.

@@ -19,6 +19,15 @@ if(VN_SANITIZE)
   target_link_options(vn_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(VN_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    message(FATAL_ERROR "VN_FUZZ needs clang: tools/fuzz configures a build of its own")
+  endif()
+  target_compile_options(vn_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(vn_options INTERFACE -fsanitize=address,undefined)
+endif()
+
 # Makes `#include "FOLDER/Header.h"` find this source folder for TARGET and for those that link it.
 function(vn_expose target folder)
   set(root ${CMAKE_BINARY_DIR}/include/${target})
@@ -56,4 +65,13 @@ function(vn_test name)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
     "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;${arg_ENVIRONMENT}")
+endfunction()
+
+# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function; tools/fuzz builds and runs it.
+function(vn_fuzzer name)
+  cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  add_executable(fuzz_${name} ${name}.cpp)
+  target_link_libraries(fuzz_${name} PRIVATE ${arg_LINKS} vn_options)
+  target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  set_target_properties(fuzz_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/fuzzers)
 endfunction()

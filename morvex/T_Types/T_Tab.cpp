@@ -73,7 +73,7 @@ void T_Tab::Print() { }
 
 bool T_Tab::IsA(const std::type_info &kind) const
 {
-    return kind == typeid(T_Tab) || kind == typeid(T_Var) || T_Obj::IsA(kind);
+    return kind == typeid(T_Tab) || T_Var::IsA(kind);
 }
 
 void T_Tab::SetSize(int count)

@@ -156,8 +156,8 @@ void ScanString(const char *text, char *target, quint16 capacity)
 {
     if (capacity == 0)
         return;
-    std::memset(target, 0, capacity);
-    std::memcpy(target, text, qMin(std::strlen(text), size_t(capacity) - 1));
+    std::strncpy(target, text, capacity); // fills up with zeros
+    target[capacity - 1] = '\0';
 }
 
 } // namespace

@@ -50,10 +50,10 @@ LayerEffect *Layer::FindEffect(EffectId effect)
     return nullptr;
 }
 
-double Layer::SourceSeconds(const Time &compTime) const
+double Layer::SourceSeconds(const Time &compTime, int *keyHint) const
 {
     const Time layerTime = ToLayerTime(compTime);
-    return timeRemap.HasKeys() ? timeRemap.ValueAt(layerTime)[0] : layerTime.Seconds();
+    return timeRemap.HasKeys() ? timeRemap.ValueAt(layerTime, keyHint)[0] : layerTime.Seconds();
 }
 
 bool operator==(const Layer &a, const Layer &b)

@@ -65,7 +65,8 @@ struct Layer : QSharedData
     Time ToCompTime(const Time &layerTime) const { return layerTime + offset; }
     /// The source time in seconds that the layer shows. Without time-remap keys it is the layer's
     /// own time, so that a sheet reads what the layer shows.
-    double SourceSeconds(const Time &compTime) const;
+    /// @param keyHint see Stream::KeysBefore
+    double SourceSeconds(const Time &compTime, int *keyHint = nullptr) const;
 };
 
 bool operator==(const Layer &a, const Layer &b);

@@ -38,11 +38,24 @@ bool operator==(const Key &a, const Key &b)
     return a.time == b.time && a.value == b.value && a.in == b.in && a.out == b.out;
 }
 
-int Stream::KeysBefore(const Time &time) const
+bool Stream::IsPlaceOf(const Time &time, int place) const
 {
+    return place >= 0 && place <= keys.size() && (place == 0 || keys[place - 1].time < time)
+        && (place == keys.size() || time <= keys[place].time);
+}
+
+int Stream::KeysBefore(const Time &time, int *hint) const
+{
+    if (hint && IsPlaceOf(time, *hint))
+        return *hint;
+    if (hint && IsPlaceOf(time, *hint + 1))
+        return ++*hint;
     const auto before = [](const Key &key, const Time &limit) { return key.time < limit; };
     const auto found = std::lower_bound(keys.cbegin(), keys.cend(), time, before);
-    return static_cast<int>(found - keys.cbegin());
+    const auto place = static_cast<int>(found - keys.cbegin());
+    if (hint)
+        *hint = place;
+    return place;
 }
 
 int Stream::FindKey(const Time &time) const
@@ -51,11 +64,11 @@ int Stream::FindKey(const Time &time) const
     return index < keys.size() && keys[index].time == time ? index : -1;
 }
 
-StreamValue Stream::ValueAt(const Time &time) const
+StreamValue Stream::ValueAt(const Time &time, int *hint) const
 {
     if (keys.isEmpty())
         return constant;
-    const int next = KeysBefore(time);
+    const int next = KeysBefore(time, hint);
     if (next < keys.size() && keys[next].time == time)
         return keys[next].value;
     if (next == 0)

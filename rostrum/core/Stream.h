@@ -41,9 +41,10 @@ public:
     const Key &KeyAt(int index) const { return keys[index]; }
     /// The index of the key at a time, -1 when there is none.
     int FindKey(const Time &time) const;
-    /// The number of keys before a time.
-    int KeysBefore(const Time &time) const;
-    StreamValue ValueAt(const Time &time) const;
+    /// The number of keys before a time. @param hint where the last answer is kept: times asked for
+    /// in their order are then found at once, however many keys there are
+    int KeysBefore(const Time &time, int *hint = nullptr) const;
+    StreamValue ValueAt(const Time &time, int *hint = nullptr) const;
     const StreamValue &Constant() const { return constant; }
 
     /// Legal without keys only; the suites refuse it otherwise.
@@ -58,6 +59,8 @@ public:
     friend bool operator==(const Stream &a, const Stream &b);
 
 private:
+    bool IsPlaceOf(const Time &time, int place) const;
+
     StreamValue constant{};
     QVector<Key> keys;
 };

@@ -41,6 +41,7 @@ struct LayerPlace
     LayerId layer = 0;
     int generation = 0; // of the project
     int index = 0; // where the layer was last found in the stack
+    int remapKey = 0; // where in its time remap it was last read
 };
 
 /// A layer as a call finds it, null when it is gone.

@@ -83,7 +83,7 @@ A_Err ReadStream(Host &host, const StreamRef &ref, const Time &compTime, StreamV
     if (const A_Err error = CheckTimeRemap(host, ref))
         return error;
     if (ref.IsTimeRemap())
-        *value = { ref.layer->SourceSeconds(compTime), 0, 0, 0 };
+        *value = { ref.layer->SourceSeconds(compTime, &ref.layer.place->remapKey), 0, 0, 0 };
     else
         *value = ref.stream->ValueAt(ref.layer->ToLayerTime(compTime));
     return A_Err_NONE;

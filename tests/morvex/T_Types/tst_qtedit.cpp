@@ -42,6 +42,7 @@ private slots:
     void leavingALineEditStoresItsText();
     void aLineEditLeftUnchangedSaysNothing();
     void aTextIsShownSilently();
+    void aRefreshLeavesTheCursorOfAnEqualTextAlone();
     void theEditableComboStartsOverFromItsStructuresList();
     void theEditableComboOffersItsStructuresList();
     void theEditableComboStoresAtEachKey();
@@ -383,6 +384,18 @@ void TestQtEdit::aTextIsShownSilently()
     fixture.edit->ValToIhm();
     QCOMPARE(fixture.Input<QLineEdit>()->text(), field);
     QCOMPARE(fixture.TakeSignals(), 0);
+}
+
+void TestQtEdit::aRefreshLeavesTheCursorOfAnEqualTextAlone()
+{
+    QString field = QStringLiteral("walk");
+    EditorFixture fixture(TV_QSTRING, &field);
+    auto *line = fixture.Input<QLineEdit>();
+    line->setFocus();
+    QTest::keyClick(line, Qt::Key_Home);
+    QTest::keyClick(line, Qt::Key_Right);
+    fixture.edit->ValToIhm();
+    QCOMPARE(line->cursorPosition(), 1);
 }
 
 void TestQtEdit::theEditableComboStartsOverFromItsStructuresList()

@@ -10,7 +10,7 @@ class Doc : public T_Struct
 public:
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Doc) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Doc) || T_Struct::IsA(kind);
     }
 };
 

@@ -27,7 +27,7 @@ public:
     }
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Rig) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Rig) || T_Struct::IsA(kind);
     }
     T_Tab *Marks() { return GetTab(QStringLiteral("Marks"), TV_INT); }
 

@@ -36,7 +36,7 @@ public:
     }
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Doc) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Doc) || T_Struct::IsA(kind);
     }
     void Fill()
     {
@@ -72,7 +72,7 @@ public:
     Wing() { AddInt(&span, QStringLiteral("Span"), TG_DEFAULT); }
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Wing) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Wing) || T_Struct::IsA(kind);
     }
     int span = 0;
 };

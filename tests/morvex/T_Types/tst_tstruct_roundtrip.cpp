@@ -49,7 +49,7 @@ public:
     }
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Twig) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Twig) || T_Struct::IsA(kind);
     }
 
     alignas(8) char fields[std::size(kNumberTypes)][sizeof(QTransform)] = {};
@@ -72,7 +72,7 @@ public:
     }
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Branch) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Branch) || T_Struct::IsA(kind);
     }
     int number = 0;
 };

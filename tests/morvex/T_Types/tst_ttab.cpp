@@ -5,8 +5,8 @@
 
 #include <QTransform>
 
+#include <algorithm>
 #include <climits>
-#include <cstring>
 
 class TestTTab : public QObject
 {
@@ -357,7 +357,7 @@ void TestTTab::anArrayOfTextIsWrittenByElementsAndReadByBytes()
     T_Tab tab(TV_STRING, QStringLiteral("Names"), reinterpret_cast<void **>(&names));
     tab.mStringSize = 4;
     tab.SetSize(2);
-    std::memcpy(names, "ab\0\0cd\0\0", 8);
+    std::copy_n("ab\0\0cd\0\0", 8, names);
     QCOMPARE(typed::Written(tab), "TT_STRING\nNames\n2\nab\ncd\n");
     QCOMPARE(typed::ReadBody(tab, "2\nwxyz\n1234\n"), "");
     QCOMPARE(QByteArray(names, 8), QByteArray("w123\0d\0\0", 8)); // at byte 0 and at byte 1

@@ -17,7 +17,7 @@ public:
     }
     bool IsA(const std::type_info &kind) const override
     {
-        return kind == typeid(Part) || kind == typeid(T_Struct) || T_Obj::IsA(kind);
+        return kind == typeid(Part) || T_Struct::IsA(kind);
     }
     T_Var *Gain() { return GetVar(QStringLiteral("Gain"), TV_INT); }
     int gain = 0;

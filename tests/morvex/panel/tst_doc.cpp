@@ -165,7 +165,7 @@ void TestDoc::theDeclarationsStandInTheirOrder()
     QVERIFY(!doc.NextVar());
 }
 
-/// The order of the fields is part of the class: what is laid over it by address keeps its place.
+/// Fields and declarations have orders of their own.
 void TestDoc::theFieldsStandInTheirOrder()
 {
     const Doc doc;

@@ -34,6 +34,7 @@ private slots:
     void copiesShareTheirKeysUntilOneIsChanged();
     void manyKeysBehaveLikeAnOrderedMap_data();
     void manyKeysBehaveLikeAnOrderedMap();
+    void aKeptPlaceChangesNoAnswerWhateverItHolds();
 };
 
 namespace {
@@ -293,6 +294,25 @@ void TestStream::manyKeysBehaveLikeAnOrderedMap()
         QCOMPARE(stream.KeyAt(index).time, (Time{ time, 600 }));
         QCOMPARE(stream.ValueAt({ time, 600 })[0], value);
         QCOMPARE(stream.FindKey({ time, 600 }), index++);
+    }
+}
+
+void TestStream::aKeptPlaceChangesNoAnswerWhateverItHolds()
+{
+    std::mt19937 random(11);
+    Stream stream;
+    for (int key = 0; key < 200; ++key)
+        stream.InsertKey({ static_cast<int>(random() % 1000), 25 }, Value(key));
+    int place = -5;
+    for (int i = 0; i < 20000; ++i) {
+        if (random() % 16
+            == 0) // the keys may have changed since, or the place was another stream's
+            place = static_cast<int>(random() % 400) - 100;
+        // Mostly on from the last time, as a sheet reads.
+        const int frame = random() % 4 == 0 ? static_cast<int>(random() % 1100) - 50 : i % 1000;
+        const Time time{ frame, 25 };
+        QCOMPARE(stream.KeysBefore(time, &place), stream.KeysBefore(time));
+        QCOMPARE(stream.ValueAt(time, &place), stream.ValueAt(time));
     }
 }
 
