@@ -63,7 +63,7 @@ QString ReadCheckWords(const QStringList &words, CheckSettings &settings)
             files << words[i];
             continue;
         }
-        const QString wrong = TakeOption(words[i], words.value(i + 1), settings);
+        QString wrong = TakeOption(words[i], words.value(i + 1), settings);
         if (!wrong.isEmpty())
             return wrong;
         ++i;
