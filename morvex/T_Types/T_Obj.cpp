@@ -74,10 +74,7 @@ T_Obj *T_Obj::GetParent(int level) const
 
 QString T_Obj::GetClassName() const
 {
-    const char *typeName = typeid(*this).name();
-    if (!IsStruct())
-        return QString::fromUtf8(typeName);
-    return T_OwnClassName(Demangled(typeName));
+    return T_OwnClassName(Demangled(typeid(*this).name()));
 }
 
 QString T_OwnClassName(const QString &demangled)

@@ -61,9 +61,8 @@ public:
     /// @return null as soon as the walk leaves the tree
     T_Obj *GetParent(int level) const;
 
-    /// The class's own name, without namespace, for the T_Struct family: what stands behind "TS_"
-    /// in a file and what T_New looks up. For any other object the raw name that the compiler
-    /// gives.
+    /// The class's own name, without the namespace or the class around it. For a structure it
+    /// stands behind "TS_" in a file, and T_New looks it up.
     QString GetClassName() const;
 
     T_Obj *mNext = nullptr; // next sibling in the parent's chain

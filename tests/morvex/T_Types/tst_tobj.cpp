@@ -29,6 +29,18 @@ public:
 
 } // namespace
 
+namespace outer {
+namespace inner {
+
+class Leaf : public T_Obj
+{ };
+
+class Branch : public T_Struct
+{ };
+
+} // namespace inner
+} // namespace outer
+
 class OuterDoc : public T_Struct
 {
 public:
@@ -50,7 +62,7 @@ private slots:
     void isExactlyIsTheDynamicTypeAlone();
     void getParentClimbsByLevels();
     void theClassNameOfAStructureIsItsOwn();
-    void theClassNameOfAnyOtherObjectIsRaw();
+    void theClassNameOfAnyOtherObjectIsItsOwnToo();
     void theOwnNameIsCutOutOfATypeName_data();
     void theOwnNameIsCutOutOfATypeName();
     void theRootClassWritesAndReadsNothing();
@@ -182,19 +194,20 @@ void TestTObj::theClassNameOfAStructureIsItsOwn()
     QCOMPARE(Doc().GetClassName(), QStringLiteral("Doc"));
     QCOMPARE(NamedLikeClass().GetClassName(), QStringLiteral("NamedLikeClass"));
     QCOMPARE(OuterDoc().GetClassName(), QStringLiteral("OuterDoc"));
+    QCOMPARE(outer::inner::Branch().GetClassName(), QStringLiteral("Branch"));
     QCOMPARE(OuterDoc::Inner().GetClassName(), QStringLiteral("Inner"));
     QCOMPARE(Local().GetClassName(), QStringLiteral("Local"));
     QCOMPARE(Pair<int>().GetClassName(), QStringLiteral("Pair<int>"));
 }
 
-void TestTObj::theClassNameOfAnyOtherObjectIsRaw()
+void TestTObj::theClassNameOfAnyOtherObjectIsItsOwnToo()
 {
     void *array = nullptr;
-    QCOMPARE(T_Obj().GetClassName(), QString::fromLatin1(typeid(T_Obj).name()));
-    QCOMPARE(T_Var(TV_NULL, QString(), nullptr, 0).GetClassName(),
-        QString::fromLatin1(typeid(T_Var).name()));
-    QCOMPARE(
-        T_Tab(TV_INT, QString(), &array).GetClassName(), QString::fromLatin1(typeid(T_Tab).name()));
+    QCOMPARE(T_Obj().GetClassName(), QStringLiteral("T_Obj"));
+    QCOMPARE(T_Var(TV_NULL, QString(), nullptr, 0).GetClassName(), QStringLiteral("T_Var"));
+    QCOMPARE(T_Tab(TV_INT, QString(), &array).GetClassName(), QStringLiteral("T_Tab"));
+    QCOMPARE(OwnVar().GetClassName(), QStringLiteral("OwnVar")); // in a namespace without a name
+    QCOMPARE(outer::inner::Leaf().GetClassName(), QStringLiteral("Leaf"));
 }
 
 void TestTObj::theOwnNameIsCutOutOfATypeName_data()
