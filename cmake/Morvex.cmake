@@ -67,9 +67,17 @@ function(vn_test name)
     "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;${arg_ENVIRONMENT}")
 endfunction()
 
-# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function; tools/fuzz builds and runs it.
+# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function. tools/fuzz builds it, in a build
+# folder of its own, and runs it; among the tests under the sanitizers it runs for a minute.
 function(vn_fuzzer name)
   cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  if(VN_SANITIZE)
+    add_test(NAME fuzz_${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/fuzz ${name} 60)
+    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 1800) # the build counts too
+  endif()
+  if(NOT VN_FUZZ)
+    return()
+  endif()
   add_executable(fuzz_${name} ${name}.cpp)
   target_link_libraries(fuzz_${name} PRIVATE ${arg_LINKS} vn_options)
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)

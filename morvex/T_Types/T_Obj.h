@@ -71,6 +71,7 @@ public:
     QString mName; // also the key by which the object is found and saved
 };
 
-/// A class's own name from a demangled type name: "class " goes wherever it stands, and so does
-/// every namespace or class around it; template arguments are kept as they are.
-QString T_OwnClassName(const QString &demangled);
+/// A class's own name from what type_info::name() gives for it, which GCC, Clang and MinGW mangle
+/// alike and others spell out. "class " goes wherever it stands, and so does every namespace, class
+/// or function around it; template arguments are kept as they are.
+QString T_OwnClassName(const char *typeName);
