@@ -37,8 +37,9 @@ T_QtEdit::T_QtEdit(QWidget *parent, T_Var *var) : QWidget(parent), mVar(var)
     MakeLabel();
     if (mLabel)
         row->addWidget(mLabel);
+    // A combo box takes what is left, as a line edit does by itself: their labels line up then.
     if (QWidget *input = MakeInput())
-        row->addWidget(input);
+        row->addWidget(input, /*stretch=*/mCombo ? 1 : 0);
     ConnectInputs();
     ValToIhm();
 }

@@ -89,6 +89,12 @@ void SaveEveryEditor(const QDir &folder)
     Save(dock, folder, QStringLiteral("editors"));
     dock.widget(0)->setEnabled(false);
     Save(dock, folder, QStringLiteral("editors_disabled"));
+
+    // A dock's editors have 200 pixels at most, too few for the four boxes of a transform.
+    T_QtEdit alone(nullptr, everything.GetVar(QStringLiteral("transform"), TV_QTRANSFORM));
+    alone.setFont(PanelFont());
+    alone.show();
+    Save(alone, folder, QStringLiteral("transform_alone"));
 }
 
 /// Tab by tab, and then as it stands without a composition.

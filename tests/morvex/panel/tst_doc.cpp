@@ -90,6 +90,7 @@ private slots:
     void withoutALayerTheMirrorFallsBack();
     void twoRowsFitTheFixedHeight_data();
     void twoRowsFitTheFixedHeight();
+    void theNameAndTheTypeLineUp();
     void updateAllWithNothingChangedRequestsNoRepaint();
 };
 
@@ -360,6 +361,24 @@ void TestDoc::twoRowsFitTheFixedHeight()
                 QVERIFY2(input->width() >= input->minimumSizeHint().width(), label);
             }
         }
+    }
+}
+
+/// On the NewCol tab the label of the combo box stood in the middle, far from that of the name.
+void TestDoc::theNameAndTheTypeLineUp()
+{
+    DockOfDoc shown;
+    shown.dock.resize(830, shown.dock.height());
+    shown.dock.setCurrentIndex(1);
+    QCoreApplication::processEvents();
+    const QLineEdit *name = shown.Inputs<QLineEdit>(&shown.doc.name).value(0);
+    const QComboBox *type = shown.Inputs<QComboBox>(&shown.doc.typeIndex).value(0);
+    QCOMPARE(name->geometry().right(), type->geometry().right());
+    for (const QWidget *input :
+        { static_cast<const QWidget *>(name), static_cast<const QWidget *>(type) }) {
+        const auto *label = input->parentWidget()->findChild<MyLabel *>();
+        QCOMPARE(label->x(), 0);
+        QCOMPARE(label->width(), label->sizeHint().width());
     }
 }
 
