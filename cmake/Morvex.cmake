@@ -78,9 +78,17 @@ function(vn_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${environment}")
 endfunction()
 
-# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function; tools/fuzz builds and runs it.
+# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function. tools/fuzz builds it, in a build
+# folder of its own, and runs it; among the tests under the sanitizers it runs for a minute.
 function(vn_fuzzer name)
   cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  if(VN_SANITIZE)
+    add_test(NAME fuzz_${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/fuzz ${name} 60)
+    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 1800) # the build counts too
+  endif()
+  if(NOT VN_FUZZ)
+    return()
+  endif()
   add_executable(fuzz_${name} ${name}.cpp)
   target_link_libraries(fuzz_${name} PRIVATE ${arg_LINKS} vn_options)
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
