@@ -1,6 +1,6 @@
 // What can be typed behind "rostrum".
 //
-//     rostrum --check PLUGIN [--effect-names en|fr]
+//     rostrum --check PLUGIN [--effect-names en|fr] [--time-limit SECONDS]
 //     rostrum --version
 //     rostrum --help
 //

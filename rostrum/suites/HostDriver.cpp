@@ -41,7 +41,7 @@ QString HostDriver::LoadPlugin(const QString &path)
         return QStringLiteral("\"%1\" has no %2").arg(path, QLatin1String(kEntryPointName));
     const A_Err error = EnterPlugin(entry);
     if (error)
-        return QStringLiteral("\"%1\" answered the error %2").arg(path).arg(error);
+        return QStringLiteral("\"%1\" answered the error %2").arg(path, QString::number(error));
     return {};
 }
 
