@@ -361,7 +361,7 @@ void TestProjectFile::noChangedByteDoesHarm()
     const QByteArray whole = Content(path);
     int refused = 0;
     for (int at = 0; at < whole.size(); ++at) {
-        for (const char other : { '0', '9', '"', ']', '\xff' }) {
+        for (const char other : { '0', '"', '\xff' }) {
             QByteArray changed = whole;
             changed[at] = other;
             const LoadedProject loaded = ParseProject(changed, path);

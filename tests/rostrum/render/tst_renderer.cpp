@@ -94,6 +94,7 @@ private slots:
     void theFrameBufferIsUsedAgain();
     void aHeldFrameStaysAsItIs();
     void anOpaqueDrawingOverAllHidesWhatLiesBelow();
+    void aDrawingOverAllWithHolesLetsThroughWhatLiesBelow();
     void aDrawingBeyondTheFrameIsCut();
     void oddSizesAreDrawn_data();
     void oddSizesAreDrawn();
@@ -340,6 +341,7 @@ LayerId AddNestedSteps(RenderFixture *scene, Composition **nested)
     scene->composition = outer;
     const LayerId layer = scene->AddLayer(inner);
     *nested = scene->project.EditComposition(inner);
+    (*nested)->background = kRed; // which must not show
     return layer;
 }
 
@@ -553,6 +555,28 @@ void TestRenderer::anOpaqueDrawingOverAllHidesWhatLiesBelow()
     scene.SetStream(layer, kOpacity, 50);
     QVERIFY(scene.Frame(3).pixel(40, 33) != qRgb(1, 2, 3));
     QCOMPARE(scene.cache.Readings(), below + 2);
+}
+
+void TestRenderer::aDrawingOverAllWithHolesLetsThroughWhatLiesBelow()
+{
+    QTemporaryDir folder;
+    QImage frame(96, 72, QImage::Format_ARGB32);
+    frame.fill(qRgb(1, 2, 3));
+    for (int y = 20; y < 50; ++y) {
+        for (int x = 28; x < 68; ++x)
+            frame.setPixel(x, y, 0);
+    }
+    const QString path = folder.filePath(QStringLiteral("frame.png"));
+    QVERIFY(frame.save(path));
+    RenderFixture scene;
+    scene.HoldImages(AddSteps(&scene), { { 0, 2 } });
+    const LayerId layer = scene.AddLayer(scene.AddStill(path));
+    scene.PutCorner(layer, 0, 0);
+    for (const qint32 number : { 0, 1, 2 }) { // the pixels of the frame before must not stay
+        QCOMPARE(scene.Frame(number).pixel(0, 0), qRgb(1, 2, 3));
+        QCOMPARE(scene.Frame(number).pixel(28 + 8, 21 + 12), qRgb(0x20, 0xc0, 0x40));
+        QCOMPARE(scene.Frame(number).pixel(60, 24), kGround);
+    }
 }
 
 void TestRenderer::aDrawingBeyondTheFrameIsCut()

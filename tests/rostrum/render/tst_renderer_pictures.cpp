@@ -223,6 +223,7 @@ LayerId AddNested(RenderFixture *scene)
 {
     const ItemId outer = scene->composition;
     const ItemId inner = scene->AddComposition(QSize(60, 50));
+    scene->project.EditComposition(inner)->background = Color{ 1, 0, 0 }; // which must not show
     scene->composition = inner;
     scene->PutCorner(scene->AddStillLayer(QStringLiteral("paint.png")), 18, 16);
     scene->PutCorner(scene->AddStillLayer(QStringLiteral("cel.png")), -5, 3);
