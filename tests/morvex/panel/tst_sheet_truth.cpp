@@ -29,7 +29,7 @@ namespace {
 
 int sessions = 300;
 int onlySeed = 0;
-constexpr int kSteps = 100;
+constexpr int kSteps = 200;
 
 class TraceLinesOff
 {
