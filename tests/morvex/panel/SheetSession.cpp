@@ -207,6 +207,26 @@ SheetSteps RandomSteps(quint32 seed, int count, int columns, int frames)
     return steps;
 }
 
+SheetModel ModelOf(BoundSheet &sheet)
+{
+    SheetModel model;
+    model.rows = sheet.frames;
+    const Rate rate{ 25, 1 };
+    for (int col = 0; col < sheet.plan.size(); ++col) {
+        const ColumnPlan &plan = sheet.plan[col];
+        const Layer &layer = sheet.LayerOf(col);
+        ModelColumn column;
+        column.isSeries = plan.source == Source::Series;
+        column.isBlank = column.isSeries && plan.extension == QLatin1String("png");
+        column.last = plan.images - 1;
+        column.start = column.hostStart = rate.FrameAt(layer.inPoint);
+        column.end = column.hostEnd = column.start + rate.FrameAt(layer.duration) - 1;
+        column.cells = column.isSeries ? sheet.HostColumn(col) : QVector<int>(model.rows);
+        model.columns << column;
+    }
+    return model;
+}
+
 void DoCommand(BoundSheet &sheet, const SheetStep &step)
 {
     if (step.selects)
@@ -266,9 +286,7 @@ QByteArray SheetSession::Run(const SheetPlan &plan, int frames, const SheetSteps
     chosen = Chosen();
     chosen.col = sheet.grid.currentColumn();
     chosen.row = sheet.grid.currentRow();
-    model = SheetModel();
-    model.rows = frames;
-    model.columns.resize(plan.size());
+    model = ModelOf(sheet);
     TakeFromHost(sheet);
     if (const QByteArray error = Compare(sheet); !error.isEmpty())
         return "after the load: " + error;
@@ -444,20 +462,12 @@ QByteArray SheetSession::CompareAccount(BoundSheet &sheet) const
 
 void SheetSession::TakeFromHost(BoundSheet &sheet)
 {
+    const QVector<ModelColumn> before = model.columns;
+    model.columns = ModelOf(sheet).columns;
     holds.fill(false, model.columns.size());
     for (int col = 0; col < model.columns.size(); ++col) {
-        ModelColumn &column = model.columns[col];
-        const ColumnPlan &plan = sheet.plan[col];
-        const Layer &layer = sheet.LayerOf(col);
-        column.isSeries = plan.source == Source::Series;
-        column.isBlank = column.isSeries && plan.extension == QLatin1String("png");
-        column.last = plan.images - 1;
-        column.start = column.hostStart = Rate{ 25, 1 }.FrameAt(layer.inPoint);
-        column.end = column.hostEnd = column.start + Rate{ 25, 1 }.FrameAt(layer.duration) - 1;
-        if (column.isSeries)
-            column.cells = sheet.HostColumn(col);
-        else
-            column.cells.resize(model.rows); // untouched: nothing was ever stored there
-        holds[col] = column.isSeries && sheet.HoldsFromStart(col);
+        if (!model.columns[col].isSeries && !before[col].cells.isEmpty())
+            model.columns[col].cells = before[col].cells;
+        holds[col] = model.columns[col].isSeries && sheet.HoldsFromStart(col);
     }
 }

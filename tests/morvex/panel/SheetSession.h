@@ -30,6 +30,9 @@ QByteArray Describe(const SheetStep &step);
 SheetPlan RandomPlan(quint32 seed, int *frames);
 SheetSteps RandomSteps(quint32 seed, int count, int columns, int frames);
 
+/// What a first load makes of the host's layers.
+SheetModel ModelOf(BoundSheet &sheet);
+
 /// Does the selecting and the key presses of a command.
 void DoCommand(BoundSheet &sheet, const SheetStep &step);
 /// Does a change that a user makes in the host: a key put or taken.

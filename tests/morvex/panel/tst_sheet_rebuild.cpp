@@ -1,4 +1,5 @@
 #include "SheetSession.h"
+#include "TraceLinesOff.h"
 
 #include <QHeaderView>
 #include <QSet>
@@ -97,6 +98,7 @@ void TestSheetRebuild::oneRebuildACommandIsSeenAsARebuildACell_data()
 void TestSheetRebuild::oneRebuildACommandIsSeenAsARebuildACell()
 {
     QFETCH(quint32, seed);
+    const TraceLinesOff quiet;
     const Run once = RunSteps(seed, /*atOnce=*/false);
     const Run each = RunSteps(seed, /*atOnce=*/true);
 

@@ -1,4 +1,5 @@
 #include "SheetSession.h"
+#include "TraceLinesOff.h"
 
 #include <cstdio>
 #include <cstring>
@@ -30,26 +31,6 @@ namespace {
 int sessions = 300;
 int onlySeed = 0;
 constexpr int kSteps = 200;
-
-class TraceLinesOff
-{
-public:
-    TraceLinesOff() : before(qInstallMessageHandler(Filter)) { passOn = before; }
-    ~TraceLinesOff() { qInstallMessageHandler(before); }
-    TraceLinesOff(const TraceLinesOff &) = delete;
-    TraceLinesOff &operator=(const TraceLinesOff &) = delete;
-
-private:
-    /// The trace lines of some hundred thousand rebuilds would bury the verdict.
-    static void Filter(QtMsgType type, const QMessageLogContext &context, const QString &text)
-    {
-        if (!text.startsWith(QLatin1String("x y ")) && text != QLatin1String("setText2")
-            && !text.startsWith(QLatin1String("This plugin does not support")))
-            passOn(type, context, text);
-    }
-    inline static QtMessageHandler passOn = nullptr;
-    QtMessageHandler before;
-};
 
 QByteArray RunSeed(quint32 seed, int *changes = nullptr)
 {
