@@ -196,6 +196,7 @@ A_Err Host::BadHandle(const HandleParts &handle)
     const std::uint64_t number = handle.payload;
     const bool closed = (handle.kind == HandleKind::Stream && streams.WasClosed(number))
         || (handle.kind == HandleKind::Effect && effects.WasClosed(number))
+        || (handle.kind == HandleKind::Footage && footage.WasClosed(number))
         || (handle.kind == HandleKind::Collection && collections.WasClosed(number))
         || (handle.kind == HandleKind::Memory && memory.WasClosed(number));
     if (closed)
