@@ -70,10 +70,8 @@ QAction *WExpoGrid::AddAction(const QString &text)
 
 // What the sheet is without a host: five by five cells that take no change.
 
-void WExpoGrid::StartUndoGroup(QString name)
-{
-    Q_UNUSED(name)
-}
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the slot takes the string over
+void WExpoGrid::StartUndoGroup(QString) { }
 
 void WExpoGrid::EndUndoGroup() { }
 

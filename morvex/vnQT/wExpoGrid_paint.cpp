@@ -79,10 +79,8 @@ void TryTestTexture()
 {
     const QPixmap picture(QStringLiteral("c:/test.bmp"));
     const QPalette palette = QApplication::palette();
-    QBrush textured = palette.brush(QPalette::Base);
-    const QBrush plain = palette.brush(QPalette::Base);
-    textured.setTexture(picture);
-    Q_UNUSED(plain)
+    QBrush brushes[] = { palette.brush(QPalette::Base), palette.brush(QPalette::Base) };
+    brushes[0].setTexture(picture);
 }
 
 void SetItemBackground(QTableWidgetItem *item, const QBrush &brush)

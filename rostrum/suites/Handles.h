@@ -75,17 +75,17 @@ public:
     /// @return false when a million things are open
     bool Open(const Thing &thing, std::uint64_t *payload)
     {
-        if (freePlaces.empty() && slots.size() >= kPlaces)
+        if (freePlaces.empty() && entries.size() >= kPlaces)
             return false;
         if (freePlaces.empty()) {
-            freePlaces.push_back(static_cast<std::uint32_t>(slots.size()));
-            slots.emplace_back();
+            freePlaces.push_back(static_cast<std::uint32_t>(entries.size()));
+            entries.emplace_back();
         }
         const std::uint32_t place = freePlaces.back();
         freePlaces.pop_back();
-        slots[place].open = true;
-        slots[place].thing = thing;
-        *payload = std::uint64_t(slots[place].serial) << 20 | place;
+        entries[place].open = true;
+        entries[place].thing = thing;
+        *payload = std::uint64_t(entries[place].serial) << 20 | place;
         return true;
     }
 
@@ -115,7 +115,7 @@ public:
     template <typename Visitor>
     void ForEach(Visitor visit) const
     {
-        for (const Slot &slot : slots) {
+        for (const Slot &slot : entries) {
             if (slot.open)
                 visit(slot.thing);
         }
@@ -132,10 +132,10 @@ private:
     Slot *SlotAt(std::uint64_t payload)
     {
         const std::uint64_t place = payload & (kPlaces - 1);
-        return place < slots.size() ? &slots[place] : nullptr;
+        return place < entries.size() ? &entries[place] : nullptr;
     }
 
-    std::deque<Slot> slots; // a thing stays where it is while others are opened
+    std::deque<Slot> entries; // a thing stays where it is while others are opened
     std::vector<std::uint32_t> freePlaces;
 };
 

@@ -151,11 +151,12 @@ void TestExpoGridCommands::fillWritesDownwardsAndIsClipped()
     QFETCH(int, row);
     QFETCH(int, count);
     QFETCH(int, value);
-    MemoryGrid grid(2, 4);
+    RecordingGrid grid(2, 4);
     grid.emptyValue = 5;
     grid.SetColumn(1, { 1, 2, 3, 4 });
     QCOMPARE(grid.FillCells(1, row, count, value), true);
     QTEST(grid.Column(1), "expected");
+    QCOMPARE(grid.Changes().filter(QStringLiteral("SetCellValue(-")), QStringList());
 }
 
 void TestExpoGridCommands::fillTakesTheEmptyValueBeforeItLooksAtTheBounds()

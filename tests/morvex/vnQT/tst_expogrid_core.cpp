@@ -363,7 +363,7 @@ void TestExpoGridCore::aSelectionPassesTheModesThatAdmitIt_data()
     QTest::addColumn<QRect>("drag"); // from top left to bottom right, as points
     QTest::addColumn<QRect>("secondDrag"); // with Ctrl; null for none
     QTest::addColumn<QVector<bool>>("passes"); // by mode
-    const auto row = [](const char *name, QPoint from, QPoint to, QVector<bool> passes) {
+    const auto row = [](const char *name, QPoint from, QPoint to, const QVector<bool> &passes) {
         QTest::newRow(name) << QRect(from, to) << QRect() << passes;
     };
     row("one cell", { 1, 2 }, { 1, 2 }, { true, true, true, true });
