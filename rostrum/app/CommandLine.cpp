@@ -2,6 +2,7 @@
 
 #include "app/Check.h"
 #include "app/CheckWalk.h"
+#include "app/RenderCommand.h"
 
 #include <QStringList>
 
@@ -22,6 +23,12 @@ constexpr char kHelp[]
       "      --effect-names en|fr   the language of the installed effects' names, fr\n"
       "                             unless told\n"
       "      --time-limit SECONDS   for each step of the walk, 60 unless told\n"
+      "  rostrum render PROJECT --out FOLDER\n"
+      "                             writes a composition's frames as numbered PNGs;\n"
+      "                             status 1 where one is not written or drawn whole\n"
+      "      --frames A-B           these frames alone, counted from 0\n"
+      "      --comp NAME            the composition, where the project has several\n"
+      "      --transparent          without the composition's background\n"
       "  rostrum --version\n"
       "  rostrum --help\n"
       "\n"
@@ -100,6 +107,8 @@ int RunCommandLine(int argc, char **argv)
         || command == QLatin1String(kWalkWithoutApplication)) {
         return RunCheckCommand(command, words, argc, argv);
     }
+    if (command == QLatin1String("render"))
+        return RunRender(words);
     const bool isHelp = command == QLatin1String("--help");
     if (!isHelp && command != QLatin1String("--version"))
         return NotUnderstood(QStringLiteral("\"%1\" is no command").arg(command));
