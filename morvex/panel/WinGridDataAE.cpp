@@ -3,6 +3,7 @@
 #include "panel/Doc.h"
 #include "support/vnLog.h"
 #include "support/vnPath.h"
+#include "vnAE/UndoScope.h"
 #include "vnAE/hostErrors.h"
 #include "vnAE/vipLi.h"
 
@@ -14,6 +15,7 @@
 namespace {
 
 constexpr int kMostDigits = 4;
+constexpr int kHighestNumber = 9999;
 
 /// One to four digits; every other text is 0, also a number that is too long.
 int ParseCell(const char *text)
@@ -56,21 +58,26 @@ bool WinGridDataAE::UpdateFromCompo()
 bool WinGridDataAE::Reload()
 {
     vipLi *library = GetVipLi();
-    library->StartUndoGroup(QStringLiteral("morvex:Reload"));
-    // The two early returns leave the group open: this is how the failing path behaves, and the host
-    // closes the group when control comes back to it.
-    if (VN_FALSE(library->FindCompo()))
+    UndoScope undo(library, QStringLiteral("morvex:Reload"));
+    if (VN_FALSE(library->FindCompo())) {
+        undo.Release(); // a failed reload leaves its group open, and the host closes it on its own
         return false;
+    }
     ReadSize();
     for (int col = 0; col < nbc; ++col) {
-        if (VN_FALSE(library->SelectColumn(col)))
+        if (VN_FALSE(library->SelectColumn(col))) {
+            undo.Release(); // as above
             return false;
+        }
         ReadColumn(col);
         ReadCells(col);
     }
-    // What was just read, unclipped: it makes the duration a whole number of the sheet's frames.
-    library->SetCompoDuration(library->GetCurrentCompoDuration());
-    library->EndUndoGroup();
+    // What was just read, unclipped: it makes the duration a whole number of the sheet's frames. A
+    // host that cannot tell the duration reads as 0, which must not empty the composition.
+    const int frames = library->GetCurrentCompoDuration();
+    if (frames > 0)
+        library->SetCompoDuration(frames);
+    undo.Close();
     OnUpdate(UpdAll, nullptr);
     return true;
 }
@@ -109,7 +116,8 @@ void WinGridDataAE::ReadColumn(int col)
 
 void WinGridDataAE::ReadCells(int col)
 {
-    for (int row = 0; row < nbl; ++row) {
+    const int frames = qMin(GetVipLi()->GetCurrentCompoDuration(), nbl);
+    for (int row = 0; row < frames; ++row) {
         qint32 image = 0;
         GetVipLi()->GetCellImage(row, image); // unchecked: a column that cannot be read is empty
         char text[16] = "";
@@ -121,43 +129,64 @@ void WinGridDataAE::ReadCells(int col)
 
 bool WinGridDataAE::SetCellFromText(int col, int row, const char *text, bool push)
 {
-    if (col < 0 || col >= kMaxColumns || columns[col].kind != kSequence)
+    if (!InTable(col, row) || columns[col].kind != kSequence)
         return true;
-    const Column &column = columns[col];
-    int value = ParseCell(text);
-    if (value > column.lastImage)
-        value = column.blank ? 0 : column.lastImage;
+    const int value = ShownNumber(columns[col], ParseCell(text));
     StoreCell(col, row, value);
     if (push)
-        PushCell(col, row);
+        PushCell(col, row, value);
     return true;
 }
 
-void WinGridDataAE::PushCell(int col, int row)
+int WinGridDataAE::ShownNumber(const Column &column, qint32 image)
+{
+    if (image < 0 || image > kHighestNumber)
+        image = 0;
+    if (image <= column.lastImage)
+        return image;
+    return column.blank ? 0 : column.lastImage;
+}
+
+bool WinGridDataAE::ReachColumn(int col)
+{
+    // A selection that the host refuses costs no cell, a layer that it does not find does: the cell
+    // must not go to the layer that was current before.
+    return GetVipLi()->SelectColumn(col) || GetVipLi()->SetCurrentColumn(col);
+}
+
+void WinGridDataAE::PushCell(int col, int row, int value)
+{
+    if (ReachColumn(col)) {
+        GetVipLi()->SetCellImage(
+            row, value); // unchecked: the next reload shows what the host holds
+        RestoreBelow(col, row, value);
+    }
+    RefreshGrid();
+}
+
+void WinGridDataAE::RestoreBelow(int col, int row, int value)
 {
     vipLi *library = GetVipLi();
-    library->SelectColumn(col); // unchecked: the next reload shows what the host holds
-    const int value = GetCellValue(col, row);
-    library->SetCellImage(row, value);
     // The written key holds up to the next key, so the row below gets one of its own.
     if (row + 1 < nbl && GetCellValue(col, row + 1) != value)
         library->SetCellImage(row + 1, GetCellValue(col, row + 1));
-    // A run of the written number that began further down has lost its key to the written one, and
+    // A run of a written number that began further down has lost its key to the written one, and
     // the rows behind it show what they should not, up to the first that reads right.
     for (int next = row + 2; next < nbl; ++next) {
         const int wanted = GetCellValue(col, next);
         if (wanted == GetCellValue(col, next - 1))
             continue;
         qint32 image = 0;
-        if (!library->GetCellImage(next, image) || image == wanted)
+        if (!library->GetCellImage(next, image) || ShownNumber(columns[col], image) == wanted)
             break;
         library->SetCellImage(next, wanted);
     }
-    RefreshGrid();
 }
 
 void WinGridDataAE::SetColName(int col, const char *name)
 {
+    if (!InTable(col, 0))
+        return;
     std::size_t length = qMin<std::size_t>(std::strlen(name), kNameBytes - 1);
     // UTF-8: the bytes behind the first of a character are 10xxxxxx; a cut may not leave any.
     while (length > 0 && name[length] && (name[length] & 0xC0) == 0x80)
@@ -284,8 +313,9 @@ bool WinGridDataAE::GetSheetFlag()
 
 void WinGridDataAE::PushSpan(int col)
 {
-    GetVipLi()->SelectColumn(col);
-    GetVipLi()->SetLayerInOut(columns[col].start, columns[col].end);
+    if (ReachColumn(col))
+        GetVipLi()->SetLayerInOut(
+            columns[col].start, columns[col].end); // unchecked: as in PushCell
 }
 
 void WinGridDataAE::SetStartExpo(int col, int row)
@@ -321,7 +351,8 @@ void WinGridDataAE::SwapCols(int colA, int colB)
         return;
     std::swap(columns[colA], columns[colB]);
     const int rows = qMin(rowCount(), kMaxRows);
-    std::swap_ranges(cells[colA], cells[colA] + rows, cells[colB]);
+    if (colA != colB)
+        std::swap_ranges(cells[colA], cells[colA] + rows, cells[colB]);
     RefreshGrid();
 }
 

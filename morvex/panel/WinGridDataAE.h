@@ -12,8 +12,9 @@
 //
 // Limits   50 columns by 1500 rows. A larger composition is shown clipped, with a line in the log;
 //          its own duration stays.
-// Errors   see the operations; a failed reload leaves its undo group open, and that stays: nothing
-//          closes it later.
+// Errors   What the host refuses while a cell is written is not told: the next reload shows it. A
+//          failed reload leaves its undo group open, and that stays: nothing here closes it later.
+//          A suite that the host does not have is thrown (see vipLi), behind a closed group.
 #pragma once
 
 #include "vnQT/wExpoGrid.h"
@@ -80,11 +81,19 @@ private:
     };
 
     static bool InTable(int col, int row);
+    /// The number that a column shows for an image of its stream: what has five digits or is below
+    /// 0 is no drawing, and the column's last one is the highest.
+    static int ShownNumber(const Column &column, qint32 image);
     /// Takes the sheet's size from the composition, inside the table.
     void ReadSize();
+    /// The record and the cells of the library's current layer.
     void ReadColumn(int col);
     void ReadCells(int col);
-    void PushCell(int col, int row);
+    /// Makes a column's layer the current one, and the selected one where the host allows that.
+    static bool ReachColumn(int col);
+    void PushCell(int col, int row, int value);
+    /// Gives back to the rows below a written one what its key has covered.
+    void RestoreBelow(int col, int row, int value);
     /// The span of a column whose frames the layer itself bounds.
     void PushSpan(int col);
 

@@ -15,6 +15,7 @@ namespace rostrum {
 namespace {
 
 constexpr int kMilliseconds = 1000; // in a second
+constexpr int kLongestStart = 60; // seconds up to the first step, in which no plug-in has a part
 
 /// What a walk's process writes, line by line. The report is passed on, and so is what the plug-in
 /// itself wrote, with a mark; findings are kept for the report's end.
@@ -45,7 +46,7 @@ public:
 /// @return false when it was ended for taking longer
 bool Follow(QProcess &walk, int timeLimit, WalkOutput &output)
 {
-    QDeadlineTimer deadline(qint64(timeLimit) * kMilliseconds);
+    QDeadlineTimer deadline(kLongestStart * kMilliseconds);
     while (!deadline.hasExpired() && walk.waitForReadyRead(int(deadline.remainingTime()))) {
         while (walk.canReadLine()) {
             if (output.Take(walk.readLine()))
@@ -67,8 +68,10 @@ bool Follow(QProcess &walk, int timeLimit, WalkOutput &output)
 /// @return why a walk did not come to its end, empty when it did
 QByteArray BrokenOff(const QProcess &walk, bool isInTime, int timeLimit, const QByteArray &step)
 {
-    if (!isInTime)
-        return "it was ended after " + QByteArray::number(timeLimit) + " s in this step";
+    if (!isInTime) {
+        const int limit = step == kFirstStep ? kLongestStart : timeLimit;
+        return "it was ended after " + QByteArray::number(limit) + " s in this step";
+    }
     if (walk.error() == QProcess::FailedToStart)
         return walk.errorString().toUtf8();
     const QByteArray code = QByteArray::number(walk.exitCode());

@@ -45,6 +45,7 @@ private:
         window->resize(861, 500);
         const WId id = window->winId();
         containers[name] = std::move(window);
+        // A host hands its window over as a pointer. NOLINTNEXTLINE(performance-no-int-to-ptr)
         return reinterpret_cast<AEGP_PlatformViewRef>(id);
     }
 

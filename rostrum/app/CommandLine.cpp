@@ -4,6 +4,7 @@
 #include "app/CheckWalk.h"
 #include "app/RenderCommand.h"
 
+#include <QGuiApplication>
 #include <QStringList>
 
 #include <cstdio>
@@ -14,21 +15,14 @@ namespace {
 constexpr int kNotUnderstood = 2;
 constexpr int kLongestTimeLimit = 24 * 60 * 60; // seconds
 
+constexpr char kTitle[] = "rostrum, the stand-alone host of exposure sheets\n\n";
 constexpr char kHelp[]
-    = "rostrum, the stand-alone host of exposure sheets\n"
-      "\n"
-      "  rostrum --check PLUGIN     walks a plug-in library through its life and tells\n"
-      "                             what it registered, called and left open; status 1\n"
-      "                             where something was found\n"
-      "      --effect-names en|fr   the language of the installed effects' names, fr\n"
-      "                             unless told\n"
-      "      --time-limit SECONDS   for each step of the walk, 60 unless told\n"
-      "  rostrum render PROJECT --out FOLDER\n"
-      "                             writes a composition's frames as numbered PNGs;\n"
-      "                             status 1 where one is not written or drawn whole\n"
-      "      --frames A-B           these frames alone, counted from 0\n"
-      "      --comp NAME            the composition, where the project has several\n"
-      "      --transparent          without the composition's background\n"
+    = "  rostrum --check PLUGIN      walks a plug-in library through its life and tells\n"
+      "                              what it registered, called and left open; status 1\n"
+      "                              where something was found\n"
+      "      --effect-names en|fr    the language of the installed effects' names, fr\n"
+      "                              unless told\n"
+      "      --time-limit SECONDS    for each step of the walk, 60 unless told\n"
       "  rostrum --version\n"
       "  rostrum --help\n"
       "\n"
@@ -69,7 +63,7 @@ QString ReadCheckWords(const QStringList &words, CheckSettings &settings)
             files << words[i];
             continue;
         }
-        const QString wrong = TakeOption(words[i], words.value(i + 1), settings);
+        QString wrong = TakeOption(words[i], words.value(i + 1), settings);
         if (!wrong.isEmpty())
             return wrong;
         ++i;
@@ -107,15 +101,18 @@ int RunCommandLine(int argc, char **argv)
         || command == QLatin1String(kWalkWithoutApplication)) {
         return RunCheckCommand(command, words, argc, argv);
     }
-    if (command == QLatin1String("render"))
+    if (command == QLatin1String("render")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // it needs no display, and may have none
+        const QGuiApplication application(argc, argv);
         return RunRender(words);
+    }
     const bool isHelp = command == QLatin1String("--help");
     if (!isHelp && command != QLatin1String("--version"))
         return NotUnderstood(QStringLiteral("\"%1\" is no command").arg(command));
     if (!words.isEmpty())
         return NotUnderstood(QStringLiteral("%1 stands alone").arg(command));
     if (isHelp)
-        std::fputs(kHelp, stdout);
+        std::printf("%s%s%s", kTitle, kRenderHelp, kHelp);
     else
         std::printf("rostrum %s\n", ROSTRUM_VERSION);
     return 0;

@@ -13,6 +13,15 @@
 
 namespace rostrum {
 
+/// The lines of the program's help.
+constexpr char kRenderHelp[]
+    = "  rostrum render PROJECT --out FOLDER\n"
+      "                              writes a composition's frames as numbered PNGs;\n"
+      "                              status 1 where one is not written or drawn whole\n"
+      "      --frames A-B            these frames alone, counted from 0\n"
+      "      --comp NAME             the composition, where the project has several\n"
+      "      --transparent           without the composition's background\n";
+
 /// @param arguments the words behind "render"
 /// @return the exit status: 0 when all frames are written and drawn whole, 1 when not, 2 for words
 /// that are not understood

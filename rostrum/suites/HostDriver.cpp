@@ -241,6 +241,12 @@ bool HostDriver::IsPanelMade(const QByteArray &matchName) const
     return panel && panel->made;
 }
 
+bool HostDriver::IsBackgroundPainted(const QByteArray &matchName) const
+{
+    const Panel *panel = FindPanel(matchName);
+    return panel && panel->paintBackground;
+}
+
 int HostDriver::PanelsMade() const
 {
     return static_cast<int>(std::count_if(

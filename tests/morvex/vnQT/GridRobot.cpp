@@ -8,11 +8,11 @@
 #include <QTest>
 #include <QWindow>
 
-GridRobot::GridRobot(MemoryGrid &sheet) : grid(sheet)
+GridRobot::GridRobot(WExpoGrid &sheet) : grid(sheet)
 {
     grid.RefreshGrid();
-    grid.resize(
-        qMin(900, 60 + grid.columnCount() * grid.colWidth), qMin(700, 50 + grid.rowCount() * 18));
+    grid.resize(qMin(900, 60 + grid.columnCount() * grid.GetColWidth()),
+        qMin(700, 50 + grid.rowCount() * 18));
     grid.show();
     grid.activateWindow();
     grid.setFocus();

@@ -3,7 +3,7 @@
 // that one which no test expected fails that test instead of stopping it.
 #pragma once
 
-#include "MemoryGrid.h"
+#include "vnQT/wExpoGrid.h"
 
 #include <QEvent>
 #include <QMessageBox>
@@ -15,7 +15,7 @@ class GridRobot : public QObject
 
 public:
     /// @param grid rebuilt and shown, tall and wide enough for all cells up to 900 by 700 pixels
-    explicit GridRobot(MemoryGrid &grid);
+    explicit GridRobot(WExpoGrid &grid);
 
     void Key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Types over the current cell and ends with Return.
@@ -39,7 +39,7 @@ private:
     QPoint Middle(int col, int row) const;
     void SendMouse(QEvent::Type type, const QPoint &pos, Qt::KeyboardModifiers modifiers);
 
-    MemoryGrid &grid;
+    WExpoGrid &grid;
     QTimer answers;
     QStringList boxes;
 };

@@ -27,9 +27,10 @@ void PutKeys(Layer *layer, const Keys &keys)
     }
 }
 
-QByteArray SeriesName(const QByteArray &stem, int images)
+QByteArray SeriesName(const QByteArray &stem, int images, const QString &extension)
 {
-    return stem + "[0000-" + QByteArray::number(images - 1).rightJustified(4, '0') + "].png";
+    const QByteArray last = QByteArray::number(images - 1).rightJustified(4, '0');
+    return stem + "[0000-" + last + "]." + extension.toLatin1();
 }
 
 } // namespace
@@ -42,7 +43,7 @@ char *toString(const Keys &keys)
     return qstrdup(texts.join(' ').constData());
 }
 
-Footage SeriesOf(const QString &folder, const QString &stem, int images)
+Footage SeriesOf(const QString &folder, const QString &stem, int images, const QString &extension)
 {
     Footage footage;
     footage.folder = folder;
@@ -50,7 +51,8 @@ Footage SeriesOf(const QString &folder, const QString &stem, int images)
     footage.size = kImageSize;
     footage.rate = kRate;
     for (int i = 0; i < images; ++i) {
-        footage.files << QStringLiteral("%1%2.png").arg(stem).arg(i, 4, 10, QLatin1Char('0'));
+        footage.files
+            << QStringLiteral("%1%2.%3").arg(stem).arg(i, 4, 10, QLatin1Char('0')).arg(extension);
         footage.numbers << i;
     }
     return footage;
@@ -84,7 +86,7 @@ SheetFixture::SheetFixture(const Keys &keys, int frames, int images)
     content.rate = kRate;
     content.duration = kRate.FrameTime(frames);
     composition = project.AddComposition("scene 7", content);
-    footage = project.AddFootage(SeriesName("walk", images),
+    footage = project.AddFootage(SeriesName("walk", images, QStringLiteral("png")),
         SeriesOf(QStringLiteral("/scenes/walk"), QStringLiteral("walk"), images));
     layer = project.AddLayer(footage, composition);
     PutKeys(project.EditLayer(composition, layer), keys);
@@ -93,11 +95,12 @@ SheetFixture::SheetFixture(const Keys &keys, int frames, int images)
     host.GetDocument().view.selections.insert(composition, { layer });
 }
 
-LayerId SheetFixture::AddSeries(const QByteArray &name, int images, const Keys &keys)
+LayerId SheetFixture::AddSeries(
+    const QByteArray &name, int images, const Keys &keys, const QString &extension)
 {
-    const ItemId item = Edit().AddFootage(SeriesName(name, images),
-        SeriesOf(
-            QStringLiteral("/scenes/") + QString::fromUtf8(name), QString::fromUtf8(name), images));
+    const QString stem = QString::fromUtf8(name);
+    const ItemId item = Edit().AddFootage(SeriesName(name, images, extension),
+        SeriesOf(QStringLiteral("/scenes/") + stem, stem, images, extension));
     const LayerId added = Edit().AddLayer(item, composition);
     PutKeys(Edit().EditLayer(composition, added), keys);
     Close();

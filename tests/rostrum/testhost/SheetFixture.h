@@ -40,7 +40,8 @@ public:
 
     // Each lies on top of the layers that are there.
 
-    rostrum::LayerId AddSeries(const QByteArray &name, int images, const Keys &keys = {});
+    rostrum::LayerId AddSeries(const QByteArray &name, int images, const Keys &keys = {},
+        const QString &extension = QStringLiteral("png"));
     rostrum::LayerId AddStill(const QByteArray &fileName);
     rostrum::LayerId AddSolid(const QByteArray &name);
     rostrum::LayerId AddCamera(const QByteArray &name);
@@ -70,7 +71,8 @@ private:
 };
 
 /// A series as an import would make it, of files "walk0000.png" up that need not exist.
-rostrum::Footage SeriesOf(const QString &folder, const QString &stem, int images);
+rostrum::Footage SeriesOf(const QString &folder, const QString &stem, int images,
+    const QString &extension = QStringLiteral("png"));
 
 /// Writes small numbered drawings, each of a grey of its own. @return the first file's path
 QString WriteSeries(const QString &folder, const QString &stem, int first, int count,
