@@ -4,7 +4,6 @@
 #include "app/CheckWalk.h"
 #include "app/RenderCommand.h"
 
-#include <QGuiApplication>
 #include <QStringList>
 
 #include <cstdio>
@@ -101,11 +100,8 @@ int RunCommandLine(int argc, char **argv)
         || command == QLatin1String(kWalkWithoutApplication)) {
         return RunCheckCommand(command, words, argc, argv);
     }
-    if (command == QLatin1String("render")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // it needs no display, and may have none
-        const QGuiApplication application(argc, argv);
-        return RunRender(words);
-    }
+    if (command == QLatin1String("render"))
+        return RunRender(words); // it needs no display, and may have none
     const bool isHelp = command == QLatin1String("--help");
     if (!isHelp && command != QLatin1String("--version"))
         return NotUnderstood(QStringLiteral("\"%1\" is no command").arg(command));

@@ -90,7 +90,7 @@ QString ReadWords(const QStringList &arguments, RenderWords *words)
     for (int i = 0; i < arguments.size(); ++i) {
         const QString &word = arguments[i];
         if (withValue.contains(word)) {
-            const QString wrong = TakeOption(word, arguments.value(++i), words);
+            QString wrong = TakeOption(word, arguments.value(++i), words);
             if (!wrong.isEmpty())
                 return wrong;
         } else if (word == QLatin1String("--transparent")) {
@@ -146,7 +146,7 @@ RenderResult Render(const Project &project, ItemId composition, const RenderWord
     job.SetBackground(!words.isTransparent);
     const StopOnInterrupt stop;
     ConsoleProgress console(stderr, isatty(STDERR_FILENO) != 0);
-    const RenderResult result = job.Run([&](const RenderProgress &progress) {
+    RenderResult result = job.Run([&](const RenderProgress &progress) {
         console.Show(progress);
         return !StopOnInterrupt::IsWanted();
     });

@@ -16,8 +16,8 @@ namespace rostrum {
 /// The lines of the program's help.
 constexpr char kRenderHelp[]
     = "  rostrum render PROJECT --out FOLDER\n"
-      "                              writes a composition's frames as numbered PNG files; status\n"
-      "                              1 where one could not be written or drawn whole\n"
+      "                              writes a composition's frames as numbered PNGs;\n"
+      "                              status 1 where one is not written or drawn whole\n"
       "      --frames A-B            these frames alone, counted from 0\n"
       "      --comp NAME             the composition, where the project has several\n"
       "      --transparent           without the composition's background\n";

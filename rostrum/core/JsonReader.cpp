@@ -8,7 +8,7 @@ namespace rostrum {
 JsonReader JsonReader::At(const char *name) const
 {
     const QString before = place.isEmpty() ? QString() : place + QLatin1Char('.');
-    const JsonReader found(
+    JsonReader found(
         value.toObject().value(QLatin1String(name)), before + QLatin1String(name), error);
     if (found.value.isUndefined())
         found.Fail(QStringLiteral("it is missing"));

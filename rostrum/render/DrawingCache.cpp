@@ -112,7 +112,7 @@ Drawing DrawingCache::Get(const QString &path)
     Entry entry{ path, size, modified, ReadDrawing(path), kEntryCost };
     ++readings;
     entry.cost += entry.drawing.image.sizeInBytes();
-    const Drawing drawing = entry.drawing;
+    Drawing drawing = entry.drawing;
     if (entry.cost <= limit) {
         used += entry.cost;
         entries.push_front(std::move(entry));

@@ -93,7 +93,7 @@ void ChangePixels(QImage *image, Change change)
 
 bool Fill(const LayerEffect &effect, const Time &layerTime, Raster *raster)
 {
-    std::array<double, 3> color{};
+    double color[3] = {};
     for (int i = 0; i < 3; ++i)
         color[i] = qBound(0.0, Param(effect, i, layerTime) / 100.0, 1.0);
     ChangePixels(&raster->image, [&](QRgb pixel) {

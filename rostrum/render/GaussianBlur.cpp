@@ -2,7 +2,7 @@
 
 #include "DrawingCache.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -11,17 +11,38 @@ namespace {
 
 constexpr double kLargestSampledDeviation = 8; // pixels
 constexpr int kChannels = 4;
-constexpr float kUnit = 257; // an 8-bit channel spread over 16 bits, for the pass in between
+constexpr int kUnit = 257; // an 8-bit channel spread over 16 bits, for the pass in between
 
-using Cell = std::array<float, kChannels>;
+struct Cell
+{
+    float channels[kChannels] = {};
+};
 using Line = std::vector<Cell>;
 
-/// Pixels of 16 bits a channel, line by line.
-struct Plane
+struct Pixel
 {
-    int width = 0;
-    int height = 0;
-    std::vector<std::array<quint16, kChannels>> pixels;
+    quint16 channels[kChannels] = {};
+};
+
+/// Pixels of 16 bits a channel, line by line.
+class Plane
+{
+public:
+    Plane(int width, int height)
+        : width(width)
+        , height(height)
+        , pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))
+    { }
+
+    int Width() const { return width; }
+    int Height() const { return height; }
+    Pixel *Row(int y) { return pixels.data() + qptrdiff(y) * width; }
+    const Pixel *Row(int y) const { return pixels.data() + qptrdiff(y) * width; }
+
+private:
+    int width;
+    int height;
+    std::vector<Pixel> pixels;
 };
 
 /// Blurs lines. A line has room for Reach() cells on both sides of its drawing.
@@ -82,36 +103,40 @@ private:
             reach += box;
     }
 
-    void Convolve(const Line &in, Line *out) const
+    void Convolve(const Line &line, Line *result) const
     {
-        const int size = static_cast<int>(in.size());
+        const int size = static_cast<int>(line.size());
+        const Cell *in = line.data();
+        Cell *out = result->data();
         for (int at = 0; at < size; ++at) {
             const int first = qMax(0, at - reach);
             const int last = qMin(size - 1, at + reach);
-            Cell sum{};
-            for (int i = first; i <= last; ++i) {
-                const float weight = kernel[i - at + reach];
+            const float *weight = kernel.data() + (first - at + reach);
+            Cell sum;
+            for (int i = first; i <= last; ++i, ++weight) {
                 for (int c = 0; c < kChannels; ++c)
-                    sum[c] += in[i][c] * weight;
+                    sum.channels[c] += in[i].channels[c] * *weight;
             }
-            (*out)[at] = sum;
+            out[at] = sum;
         }
     }
 
     /// The average of 2 * half + 1 cells around each, by a sum that moves along.
-    static void AverageBox(const Line &in, int half, Line *out)
+    static void AverageBox(const Line &line, int half, Line *result)
     {
-        const int size = static_cast<int>(in.size());
+        const int size = static_cast<int>(line.size());
+        const Cell *in = line.data();
+        Cell *out = result->data();
         const double share = 1.0 / (2 * half + 1);
-        std::array<double, kChannels> sum{};
+        double sum[kChannels] = {};
         for (int at = -half; at < size; ++at) {
             for (int c = 0; c < kChannels; ++c) {
                 if (at + half < size)
-                    sum[c] += in[at + half][c];
+                    sum[c] += in[at + half].channels[c];
                 if (at - half - 1 >= 0)
-                    sum[c] -= in[at - half - 1][c];
+                    sum[c] -= in[at - half - 1].channels[c];
                 if (at >= 0)
-                    (*out)[at][c] = static_cast<float>(sum[c] * share);
+                    out[at].channels[c] = static_cast<float>(sum[c] * share);
             }
         }
     }
@@ -121,31 +146,40 @@ private:
     std::vector<int> boxes; // half widths, in place of the bell
 };
 
+/// Takes a line out of a plane, with room around it.
+void TakeLine(const Plane &plane, int y, int margin, Line *line)
+{
+    std::fill(line->begin(), line->end(), Cell());
+    const Pixel *from = plane.Row(y);
+    Cell *to = line->data() + margin;
+    for (int x = 0; x < plane.Width(); ++x) {
+        for (int c = 0; c < kChannels; ++c)
+            to[x].channels[c] = from[x].channels[c];
+    }
+}
+
 /// Blurs the lines of a plane and writes them as the columns of another, so that doing it twice
 /// blurs both ways. Lines go in groups, so that the columns are written in runs.
 Plane BlurredAndTurned(const Plane &in, const LineBlur &blur)
 {
     constexpr int kGroup = 8;
-    Plane out{ in.height, in.width + 2 * blur.Reach(), {} };
-    out.pixels.resize(std::size_t(out.width) * out.height);
-    std::array<Line, kGroup> lines;
-    Line spare(out.height);
-    for (int top = 0; top < in.height; top += kGroup) {
-        const int count = qMin(kGroup, in.height - top);
+    Plane out(in.Height(), in.Width() + 2 * blur.Reach());
+    const auto length = static_cast<std::size_t>(out.Height());
+    Line spare(length);
+    std::vector<Line> lines(kGroup, Line(length));
+    for (int top = 0; top < in.Height(); top += kGroup) {
+        const int count = qMin(kGroup, in.Height() - top);
         for (int i = 0; i < count; ++i) {
-            lines[i].assign(out.height, Cell{});
-            const auto *from = &in.pixels[std::size_t(top + i) * in.width];
-            for (int x = 0; x < in.width; ++x) {
-                for (int c = 0; c < kChannels; ++c)
-                    lines[i][x + blur.Reach()][c] = from[x][c];
-            }
-            blur.Run(&lines[i], &spare);
+            Line *line = lines.data() + i;
+            TakeLine(in, top + i, blur.Reach(), line);
+            blur.Run(line, &spare);
         }
-        for (int y = 0; y < out.height; ++y) {
-            auto *to = &out.pixels[std::size_t(y) * out.width + top];
+        for (int y = 0; y < out.Height(); ++y) {
+            Pixel *to = out.Row(y) + top;
             for (int i = 0; i < count; ++i) {
+                const Cell &cell = (lines.data() + i)->data()[y];
                 for (int c = 0; c < kChannels; ++c)
-                    to[i][c] = static_cast<quint16>(lines[i][y][c] + 0.5F);
+                    to[i].channels[c] = static_cast<quint16>(qRound(cell.channels[c]));
             }
         }
     }
@@ -154,34 +188,33 @@ Plane BlurredAndTurned(const Plane &in, const LineBlur &blur)
 
 Plane PlaneOf(const QImage &image)
 {
-    Plane plane{ image.width(), image.height(), {} };
-    plane.pixels.reserve(std::size_t(plane.width) * plane.height);
-    for (int y = 0; y < plane.height; ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        for (int x = 0; x < plane.width; ++x) {
-            plane.pixels.push_back({ static_cast<quint16>(qRed(line[x]) * 257),
-                static_cast<quint16>(qGreen(line[x]) * 257),
-                static_cast<quint16>(qBlue(line[x]) * 257),
-                static_cast<quint16>(qAlpha(line[x]) * 257) });
-        }
+    const auto wide = [](int channel) { return static_cast<quint16>(channel * kUnit); };
+    Plane plane(image.width(), image.height());
+    for (int y = 0; y < plane.Height(); ++y) {
+        const auto *from = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        Pixel *to = plane.Row(y);
+        for (int x = 0; x < plane.Width(); ++x)
+            to[x] = { { wide(qRed(from[x])), wide(qGreen(from[x])), wide(qBlue(from[x])),
+                wide(qAlpha(from[x])) } };
     }
     return plane;
 }
 
-int Channel(quint16 value)
+int Narrow(quint16 channel)
 {
-    return static_cast<int>(static_cast<float>(value) / kUnit + 0.5F);
+    return (channel + kUnit / 2) / kUnit;
 }
 
 void CopyInto(const Plane &plane, QImage *image)
 {
-    for (int y = 0; y < plane.height; ++y) {
-        const auto *from = &plane.pixels[std::size_t(y) * plane.width];
+    for (int y = 0; y < plane.Height(); ++y) {
+        const Pixel *from = plane.Row(y);
         auto *line = reinterpret_cast<QRgb *>(image->scanLine(y));
-        for (int x = 0; x < plane.width; ++x) {
-            const int alpha = Channel(from[x][3]);
-            line[x] = qRgba(qMin(alpha, Channel(from[x][0])), qMin(alpha, Channel(from[x][1])),
-                qMin(alpha, Channel(from[x][2])), alpha);
+        for (int x = 0; x < plane.Width(); ++x) {
+            const auto &channels = from[x].channels;
+            const int alpha = Narrow(channels[3]);
+            line[x] = qRgba(qMin(alpha, Narrow(channels[0])), qMin(alpha, Narrow(channels[1])),
+                qMin(alpha, Narrow(channels[2])), alpha);
         }
     }
 }

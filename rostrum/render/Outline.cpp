@@ -17,7 +17,7 @@ public:
     VerticalDistances(const QImage &image, int margin, int limit)
         : width(image.width() + 2 * margin)
         , height(image.height() + 2 * margin)
-        , distances(std::size_t(width) * height, limit)
+        , distances(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), limit)
     {
         for (int y = 0; y < image.height(); ++y) {
             const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
@@ -32,10 +32,10 @@ public:
             Spread(y, y - 1);
     }
 
-    const int *Line(int y) const { return &distances[std::size_t(y) * width]; }
+    const int *Line(int y) const { return distances.data() + qptrdiff(y) * width; }
 
 private:
-    int &At(int x, int y) { return distances[std::size_t(y) * width + x]; }
+    int &At(int x, int y) { return distances.data()[qptrdiff(y) * width + x]; }
 
     void Spread(int from, int to)
     {

@@ -65,7 +65,7 @@ QImage Shrunk(const QImage &image, QTransform *matrix)
     if (across == 0 && down == 0)
         return image;
     const QSize size(qMax(1, image.width() >> across), qMax(1, image.height() >> down));
-    const QImage result = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QImage result = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     *matrix = QTransform::fromScale(
                   double(image.width()) / size.width(), double(image.height()) / size.height())
         * *matrix;

@@ -34,8 +34,9 @@ void TestCommandLine::helpNamesEveryCommandAndOption()
 
     QCOMPARE(run.status, 0);
     QCOMPARE(run.err, QString());
-    for (const char *word :
-        { "--check PLUGIN", "--effect-names en|fr", "--time-limit SECONDS", "--version", "--help" })
+    for (const char *word : { "--check PLUGIN", "--effect-names en|fr", "--time-limit SECONDS",
+             "render PROJECT --out FOLDER", "--frames A-B", "--comp NAME", "--transparent",
+             "--version", "--help" })
         QVERIFY2(run.out.contains(QLatin1String(word)), word);
     for (const QString &line : run.out.split(QLatin1Char('\n')))
         QVERIFY2(line.size() <= 80, qPrintable(line)); // the width of a plain terminal
@@ -77,6 +78,9 @@ void TestCommandLine::wordsThatAreNotUnderstoodEndWithStatusTwo_data()
         wantsSeconds);
     row("a limit that is no number", check + QStringLiteral("--time-limit soon"), wantsSeconds);
     row("no limit", check + QStringLiteral("--time-limit"), wantsSeconds);
+    row("render without a project", QStringLiteral("render"), "render wants a project");
+    row("an option of render for --check", QStringLiteral("render a --time-limit 3"),
+        "\"--time-limit\" is no option of render");
     QTest::newRow("an empty file name")
         << QStringList{ QStringLiteral("--check"), QString() } << QString::fromLatin1(wantsFile);
     QTest::newRow("a command beyond ASCII")

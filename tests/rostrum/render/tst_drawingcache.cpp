@@ -56,7 +56,7 @@ QString TestDrawingCache::Make(const QString &name, QSize size, QRgb color)
 {
     QImage image(size, QImage::Format_ARGB32);
     image.fill(color);
-    const QString path = folder->filePath(name);
+    QString path = folder->filePath(name);
     if (!image.save(path))
         qFatal("cannot write %s", qPrintable(path));
     return path;

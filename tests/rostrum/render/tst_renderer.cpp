@@ -162,7 +162,8 @@ int SheetReading(const RenderFixture &scene, LayerId layer, int frame)
     const Layer *found = scene.project.FindLayer(scene.composition, layer);
     if (!scene.project.StreamValueAt(*found, kTimeRemap, Time{ frame, 25 }, &value))
         return -1;
-    return static_cast<int>(25 * value[0] + 0.5);
+    const double rounded = 25 * value[0] + 0.5;
+    return static_cast<int>(rounded);
 }
 
 void MakeRamp(RenderFixture *scene, LayerId layer, Interpolation shape)

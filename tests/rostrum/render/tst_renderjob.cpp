@@ -430,7 +430,8 @@ QByteArray Printed(bool isLive, int step)
     console.Finish();
     std::rewind(file);
     QByteArray text(10000, '\0');
-    text.truncate(static_cast<int>(std::fread(text.data(), 1, text.size(), file)));
+    text.truncate(
+        static_cast<int>(std::fread(text.data(), 1, static_cast<std::size_t>(text.size()), file)));
     std::fclose(file);
     return text;
 }
