@@ -28,6 +28,11 @@ if(VN_FUZZ)
   target_link_options(vn_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# Where Qt keeps what lives as long as a session; it warns unless the folder is the user's alone.
+set(VN_RUNTIME_FOLDER ${CMAKE_BINARY_DIR}/runtime)
+file(MAKE_DIRECTORY ${VN_RUNTIME_FOLDER})
+file(CHMOD ${VN_RUNTIME_FOLDER} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+
 # Makes `#include "FOLDER/Header.h"` find this source folder for TARGET and for those that link it.
 function(vn_expose target folder)
   set(root ${CMAKE_BINARY_DIR}/include/${target})
@@ -63,13 +68,27 @@ function(vn_test name)
   target_link_libraries(${name} PRIVATE ${arg_LINKS} vn_test_support vn_options)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1;${arg_ENVIRONMENT}")
+  set(environment
+    QT_QPA_PLATFORM=offscreen
+    XDG_RUNTIME_DIR=${VN_RUNTIME_FOLDER}
+    LC_ALL=C.UTF-8
+    LSAN_OPTIONS=suppressions='${CMAKE_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0
+    UBSAN_OPTIONS=print_stacktrace=1
+    ${arg_ENVIRONMENT})
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "${environment}")
 endfunction()
 
-# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function; tools/fuzz builds and runs it.
+# vn_fuzzer(NAME LINKS ...): NAME.cpp with libFuzzer's main function. tools/fuzz builds it, in a build
+# folder of its own, and runs it; among the tests under the sanitizers it runs for a minute.
 function(vn_fuzzer name)
   cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  if(VN_SANITIZE)
+    add_test(NAME fuzz_${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/fuzz ${name} 60)
+    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 1800) # the build counts too
+  endif()
+  if(NOT VN_FUZZ)
+    return()
+  endif()
   add_executable(fuzz_${name} ${name}.cpp)
   target_link_libraries(fuzz_${name} PRIVATE ${arg_LINKS} vn_options)
   target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)

@@ -74,8 +74,10 @@ using PF_FontStyleSheet = A_LegacyEnumType;
 
 // Handles: opaque, null or given by the host. Two handles of one layer are equal.
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared takes none
 #define VN_HANDLE(Name) using Name = struct Name##_opaque **
 #define VN_POINTER(Name) using Name = struct Name##_opaque *
+// NOLINTEND(bugprone-macro-parentheses)
 
 VN_HANDLE(AEGP_ProjectH);
 VN_HANDLE(AEGP_ItemH);

@@ -24,7 +24,7 @@ struct AEGP_FootageSuite5
     A_Err (*AEGP_AddFootageToProject)(AEGP_FootageH footage, AEGP_ItemH folder, AEGP_ItemH *item);
     A_Err (*AEGP_SetItemProxyFootage)(AEGP_FootageH, AEGP_ItemH);
     A_Err (*AEGP_ReplaceItemMainFootage)(AEGP_FootageH, AEGP_ItemH);
-    A_Err (*AEGP_DisposeFootage)(AEGP_FootageH);
+    A_Err (*AEGP_DisposeFootage)(AEGP_FootageH footage);
     A_Err (*AEGP_GetFootageInterpretation)(AEGP_ItemH, A_Boolean, AEGP_FootageInterp *);
     A_Err (*AEGP_SetFootageInterpretation)(AEGP_ItemH, A_Boolean, const AEGP_FootageInterp *);
     A_Err (*AEGP_GetFootageLayerKey)(AEGP_FootageH, AEGP_FootageLayerKey *);

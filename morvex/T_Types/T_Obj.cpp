@@ -14,8 +14,8 @@
 
 namespace {
 
-/// A type name as it stands in the source, scope included. A compiler without this library's
-/// demangler gives that form by itself.
+/// A type name as it stands in the source, scope included. A name that is not mangled is in that
+/// form already.
 QString Demangled(const char *typeName)
 {
 #if VN_HAS_DEMANGLER
@@ -74,15 +74,12 @@ T_Obj *T_Obj::GetParent(int level) const
 
 QString T_Obj::GetClassName() const
 {
-    const char *typeName = typeid(*this).name();
-    if (!IsStruct())
-        return QString::fromUtf8(typeName);
-    return T_OwnClassName(Demangled(typeName));
+    return T_OwnClassName(typeid(*this).name());
 }
 
-QString T_OwnClassName(const QString &demangled)
+QString T_OwnClassName(const char *typeName)
 {
-    QString name = demangled;
+    QString name = Demangled(typeName);
     name.remove(QLatin1String("class "));
 
     // From the end, since a scope may be a function whose own name has unpaired signs in it.

@@ -61,9 +61,8 @@ public:
     /// @return null as soon as the walk leaves the tree
     T_Obj *GetParent(int level) const;
 
-    /// The class's own name, without namespace, for the T_Struct family: what stands behind "TS_"
-    /// in a file and what T_New looks up. For any other object the raw name that the compiler
-    /// gives.
+    /// The class's own name, without the namespace or the class around it. For a structure it
+    /// stands behind "TS_" in a file, and T_New looks it up.
     QString GetClassName() const;
 
     T_Obj *mNext = nullptr; // next sibling in the parent's chain
@@ -72,6 +71,7 @@ public:
     QString mName; // also the key by which the object is found and saved
 };
 
-/// A class's own name from a demangled type name: "class " goes wherever it stands, and so does
-/// every namespace or class around it; template arguments are kept as they are.
-QString T_OwnClassName(const QString &demangled);
+/// A class's own name from what type_info::name() gives for it, which GCC, Clang and MinGW mangle
+/// alike and others spell out. "class " goes wherever it stands, and so does every namespace, class
+/// or function around it; template arguments are kept as they are.
+QString T_OwnClassName(const char *typeName);

@@ -239,35 +239,31 @@ int T_Struct::CountOf(const std::type_info &kind) const
     return count;
 }
 
-T_Var *T_Struct::NextVar()
+/// @return the next child from the cursor on that passes the test, null at the end; the cursor then
+/// stands behind it
+template <typename Test>
+T_Obj *T_Struct::NextThat(const Test &passes)
 {
     while (mCursor) {
         T_Obj *child = mCursor;
         mCursor = child->mNext;
-        if (child->IsVar())
-            return static_cast<T_Var *>(child);
+        if (passes(*child))
+            return child;
     }
     return nullptr;
+}
+
+T_Var *T_Struct::NextVar()
+{
+    return static_cast<T_Var *>(NextThat([](const T_Obj &child) { return child.IsVar(); }));
 }
 
 T_Tab *T_Struct::NextTab()
 {
-    while (mCursor) {
-        T_Obj *child = mCursor;
-        mCursor = child->mNext;
-        if (child->IsTab())
-            return static_cast<T_Tab *>(child);
-    }
-    return nullptr;
+    return static_cast<T_Tab *>(NextThat([](const T_Obj &child) { return child.IsTab(); }));
 }
 
 T_Obj *T_Struct::NextOf(const std::type_info &kind)
 {
-    while (mCursor) {
-        T_Obj *child = mCursor;
-        mCursor = child->mNext;
-        if (child->IsA(kind))
-            return child;
-    }
-    return nullptr;
+    return NextThat([&kind](const T_Obj &child) { return child.IsA(kind); });
 }

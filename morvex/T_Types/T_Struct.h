@@ -119,6 +119,8 @@ public:
     T_Obj *mCursor = nullptr; // where a walk goes on
 
 private:
+    template <typename Test>
+    T_Obj *NextThat(const Test &passes);
     void ReadItem(const char *tag, const QString &name, QStringList &created);
     void ReadStruct(const QString &className, const QString &name, QStringList &created);
     void CopyStructs(T_Struct *copy);

@@ -68,8 +68,9 @@ void T_Struct::CopyTabs(T_Struct *copy)
         if (!target)
             continue;
         target->SetSize(tab->mCount);
-        const int bytes = qMin(T_GetElementSize(tab), T_GetElementSize(target)) * tab->mCount;
+        const int stride = qMin(T_GetElementSize(tab), T_GetElementSize(target));
+        const size_t bytes = size_t(stride) * size_t(tab->mCount);
         if (bytes > 0)
-            std::memcpy(*target->mArray, *tab->mArray, size_t(bytes));
+            std::memcpy(*target->mArray, *tab->mArray, bytes);
     }
 }

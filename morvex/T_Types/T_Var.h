@@ -11,9 +11,9 @@
 // the editor's part. Conversions take the address and an element's index, since T_Tab uses them on
 // the elements of an array.
 //
-// Errors     None is told: an unknown type, a text that does not fit and a variant that cannot be
-//            converted leave the field as it was. A null mData is the caller's fault except in
-//            Read.
+// Errors     None is told: an unknown type stores nothing, a text that does not fit leaves the field
+//            as it was, and a variant that cannot be converted stores the type's empty value. A null
+//            mData is the caller's fault except in Read.
 #pragma once
 
 #include "T_Types/T_Obj.h"
@@ -72,6 +72,7 @@ public:
 private:
     void RealsToText(void *data, int index) const;
     void TextToReals(void *data, const char *text, int index);
+    void VariantToQtValue(const QVariant &value, void *data, int index);
     void PropagateTo(T_Struct *target, bool sameName, int level);
 };
 

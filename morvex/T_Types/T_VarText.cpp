@@ -17,6 +17,7 @@
 //     TV_ONGLET BOUTON LAST   the text before stays    nothing
 #include "T_Types/T_Var.h"
 
+#include "T_Types/T_Element.h"
 #include "support/vnLog.h"
 
 #include <QByteArray>
@@ -33,12 +34,6 @@
 namespace {
 
 char sharedText[100]; // what ValueToText returns; a type without a text form leaves it as it is
-
-template <typename T>
-T &At(void *data, int index)
-{
-    return static_cast<T *>(data)[index];
-}
 
 /// The decimal separator that the C runtime writes and reads now: a program that follows the user's
 /// locale has a comma here in many countries.
@@ -169,31 +164,32 @@ char *T_Var::ValueToText(void *data, char *, int index) const
         Store("NULL");
         break;
     case TV_BOOL:
-        Store("%s", At<quint8>(data, index) ? "True" : "False");
+        Store("%s", ElementAt<quint8>(data, index) ? "True" : "False");
         break;
     case TV_INT:
-        Store("%d", At<qint32>(data, index));
+        Store("%d", ElementAt<qint32>(data, index));
         break;
     case TV_STRING:
         Store("%.*s", int(mStringSize), static_cast<char *>(data) + mStringSize * index);
         break;
     case TV_COLOR:
-        Store("%u", At<quint32>(data, index));
+        Store("%u", ElementAt<quint32>(data, index));
         break;
     case TV_SHORT:
-        Store("%d", int(At<qint16>(data, index)));
+        Store("%d", int(ElementAt<qint16>(data, index)));
         break;
     case TV_CHAR:
-        Store("%d", int(At<qint8>(data, index)));
+        Store("%d", int(ElementAt<qint8>(data, index)));
         break;
     case TV_SXY:
-        Store("%d %d", int(At<T_ShortPoint>(data, index).x), int(At<T_ShortPoint>(data, index).y));
+        Store("%d %d", int(ElementAt<T_ShortPoint>(data, index).x),
+            int(ElementAt<T_ShortPoint>(data, index).y));
         break;
     case TV_QPOINT:
-        Store("%d %d", At<QPoint>(data, index).x(), At<QPoint>(data, index).y());
+        Store("%d %d", ElementAt<QPoint>(data, index).x(), ElementAt<QPoint>(data, index).y());
         break;
     case TV_QSTRING:
-        Store("%s", At<QString>(data, index).toLatin1().constData());
+        Store("%s", ElementAt<QString>(data, index).toLatin1().constData());
         break;
     default:
         RealsToText(data, index);
@@ -206,31 +202,31 @@ void T_Var::RealsToText(void *data, int index) const
 {
     switch (mType) {
     case TV_FLOAT: {
-        const double value = double(At<float>(data, index));
+        const double value = double(ElementAt<float>(data, index));
         StoreReals(&value, 1);
         break;
     }
     case TV_DOUBLE:
-        StoreReals(&At<double>(data, index), 1);
+        StoreReals(&ElementAt<double>(data, index), 1);
         break;
     case TV_QVECTOR2D: {
-        const QVector2D v = At<QVector2D>(data, index);
+        const QVector2D v = ElementAt<QVector2D>(data, index);
         const double values[] = { double(v.x()), double(v.y()) };
         StoreReals(values, 2);
         break;
     }
     case TV_QVECTOR3D: {
-        const QVector3D v = At<QVector3D>(data, index);
+        const QVector3D v = ElementAt<QVector3D>(data, index);
         const double values[] = { double(v.x()), double(v.y()), double(v.z()) };
         StoreReals(values, 3);
         break;
     }
     case TV_QTRANSFORM:
-        StoreTransform(At<QTransform>(data, index));
+        StoreTransform(ElementAt<QTransform>(data, index));
         break;
     case TV_LINKED_POINT: {
         const double values[]
-            = { At<T_LinkedPoint>(data, index).x, At<T_LinkedPoint>(data, index).y };
+            = { ElementAt<T_LinkedPoint>(data, index).x, ElementAt<T_LinkedPoint>(data, index).y };
         StoreReals(values, 2);
         break;
     }
@@ -243,7 +239,7 @@ void T_Var::TextToValue(void *data, const char *text, int index)
 {
     if (mType == TV_BOOL) { // through the variable's own field, whatever data is
         if (mData)
-            At<quint8>(mData, index) = std::strcmp(text, "True") == 0;
+            ElementAt<quint8>(mData, index) = std::strcmp(text, "True") == 0;
         return;
     }
     if (!data)
@@ -251,28 +247,29 @@ void T_Var::TextToValue(void *data, const char *text, int index)
 
     switch (mType) {
     case TV_INT:
-        ScanInt(text, &At<qint32>(data, index));
+        ScanInt(text, &ElementAt<qint32>(data, index));
         break;
     case TV_STRING:
         ScanString(text, static_cast<char *>(data) + index, mStringSize);
         break;
     case TV_COLOR:
-        std::sscanf(text, "%u", &At<quint32>(data, index));
+        std::sscanf(text, "%u", &ElementAt<quint32>(data, index));
         break;
     case TV_SHORT:
-        ScanInt(text, &At<qint16>(data, index));
+        ScanInt(text, &ElementAt<qint16>(data, index));
         break;
     case TV_CHAR:
-        ScanInt(text, &At<qint8>(data, index));
+        ScanInt(text, &ElementAt<qint8>(data, index));
         break;
     case TV_SXY:
-        ScanPair(text, &At<T_ShortPoint>(data, index).x, &At<T_ShortPoint>(data, index).y);
+        ScanPair(
+            text, &ElementAt<T_ShortPoint>(data, index).x, &ElementAt<T_ShortPoint>(data, index).y);
         break;
     case TV_QPOINT:
-        ScanPair(text, &At<QPoint>(data, index).rx(), &At<QPoint>(data, index).ry());
+        ScanPair(text, &ElementAt<QPoint>(data, index).rx(), &ElementAt<QPoint>(data, index).ry());
         break;
     case TV_QSTRING:
-        At<QString>(data, index) = QString::fromLatin1(text);
+        ElementAt<QString>(data, index) = QString::fromLatin1(text);
         break;
     default:
         TextToReals(data, text, index);
@@ -284,22 +281,22 @@ void T_Var::TextToReals(void *data, const char *text, int index)
 {
     switch (mType) {
     case TV_FLOAT:
-        ScanFloats(text, &At<float>(data, index), 1);
+        ScanFloats(text, &ElementAt<float>(data, index), 1);
         break;
     case TV_DOUBLE:
-        ScanDouble(text, &At<double>(data, index));
+        ScanDouble(text, &ElementAt<double>(data, index));
         break;
     case TV_QVECTOR2D:
-        ScanVector(text, &At<QVector2D>(data, index), 2);
+        ScanVector(text, &ElementAt<QVector2D>(data, index), 2);
         break;
     case TV_QVECTOR3D:
-        ScanVector(text, &At<QVector3D>(data, index), 3);
+        ScanVector(text, &ElementAt<QVector3D>(data, index), 3);
         break;
     case TV_QTRANSFORM:
-        ScanTransform(text, &At<QTransform>(data, index));
+        ScanTransform(text, &ElementAt<QTransform>(data, index));
         break;
     case TV_LINKED_POINT: { // two doubles at the head of the element; its link is left alone
-        T_LinkedPoint &point = At<T_LinkedPoint>(data, index);
+        T_LinkedPoint &point = ElementAt<T_LinkedPoint>(data, index);
         double values[] = { point.x, point.y };
         ScanReals(text, "%lf%n", values, 2);
         point.x = values[0];

@@ -142,12 +142,15 @@ public:
     bool SetStreamValue(qint32 streamNumber, qint32 frame, qint32 value, qint32 component);
     /// Both outputs are -1 when it answers false. [host] [layer]
     bool GetStreamValue(qint32 streamNumber, qint32 frame, qint32 &first, qint32 &second);
-    /// Fills the five effect keys from the effects that the host has installed. [host]
+    /// Fills the five effect keys from the effects that the host has installed, by their names;
+    /// one that is not found stays as it is. Notes four of them in the memory log. [host]
     bool FindEfxKeys();
-    /// The first effect of this kind on Layer. The caller disposes of it.
+    /// The first effect of this kind on Layer. The caller disposes of it. After a host error it is
+    /// null.
     /// @param apply puts it on the layer when it is missing
     /// @return true with null when it is missing and was not to be applied [host] [layer] [undo]
     bool GetLayerEffect(qint32 installedKey, bool apply, AEGP_EffectRefH &effect);
+    /// After a host error the value is 0 or what was read, and what was opened stays open.
     /// @param param the parameter's place among the effect's own, from 0
     /// @return true with 0 when the layer has no such effect [host] [layer]
     bool GetEfxValue(qint32 installedKey, qint32 frame, qint32 param, qint32 &value);
@@ -160,9 +163,10 @@ public:
 
     /// One footage item for a file or its series: the one that the project has, else a new one in
     /// the root folder. For a series the blank image number zero is written beside it first, when
-    /// it has none. ImportMessage takes the last word.
-    /// @param kind kSequence or kFixe @param path UTF-8 @param makeZero write the blank image
-    /// [host] [undo]
+    /// it has none. ImportMessage takes the last word. A movie, swf or mov, is one file in any case.
+    /// @param kind kSequence or kFixe @param path UTF-8, for a series of any of its files or its
+    /// root alone @param item null unless a footage was found or added; a failure behind the adding
+    /// leaves it in the project and here @param makeZero write the blank image [host] [undo]
     bool ImportCells(qint32 kind, const QByteArray &path, AEGP_ItemH &item, bool makeZero);
 
     // Columns made, moved and timed.
@@ -173,12 +177,15 @@ public:
     bool AddSequenceColumn(const QByteArray &path);
     /// Imports one file and adds its layer at the sheet's right end. [host] [undo]
     bool AddFixeColumn(const QByteArray &path);
-    /// Moves a layer in its composition. @param places down the stack when positive [host] [undo]
+    /// Moves a layer in its composition; at the stack's end it answers false. Behind a move of more
+    /// than one place the host may find no such index: false, too, or the bottom for index -1.
+    /// @param places down the stack when positive [host] [undo]
     bool MoveLayer(AEGP_LayerH layer, qint32 places);
     /// The first and the last frame on which Layer exists, both inclusive; cut, not rounded.
     /// [host] [layer]
     bool GetLayerInOut(qint32 &first, qint32 &last);
-    /// [host] [layer] [undo]
+    /// Layer time and composition time then agree: the layer's offset becomes 0.
+    /// @param last inclusive; first - 1 makes a layer of no frames [host] [layer] [undo]
     bool SetLayerInOut(qint32 first, qint32 last);
     /// Nothing reports a failure. [host] [undo]
     void SetCompoDuration(qint32 frames);
@@ -218,11 +225,15 @@ private:
     bool ReadSource(AEGP_ItemH &source);
     /// The path of a footage's first file as UTF-8, of any length.
     bool ReadFootagePath(SuiteHandler &suites, AEGP_FootageH footage, QByteArray &path);
-    /// The project's footage that an import asks for, null when it has none.
-    /// @return false, with its log line, when the host failed
-    bool FindFootage(const QByteArray &path, qint32 kind, AEGP_ItemH &item);
+    /// @param same takes whether the item's footage is what an import asks for
+    /// @return false, with its log line, when the host failed; so also the two below
     bool IsSameFootage(
         SuiteHandler &suites, AEGP_ItemH item, const QByteArray &path, qint32 kind, bool &same);
+    /// The first footage in the project's walk that is what an import asks for; the item stays as
+    /// it is when there is none.
+    bool FindFootage(SuiteHandler &suites, AEGP_ProjectH project, const QByteArray &path,
+        qint32 kind, AEGP_ItemH &item);
+    /// Imports a file, or with `isSeries` all that belong to it, into a folder of the project.
     bool NewFootageItem(SuiteHandler &suites, const QByteArray &file, bool isSeries,
         AEGP_ItemH folder, AEGP_ItemH &item);
 

@@ -20,7 +20,7 @@ bool vipLi::AddColumn(qint32 kind, const QByteArray &path, qint32 frames)
     AEGP_LayerH layer = nullptr;
     if (VN_HOST_FAILED(layers->AEGP_AddLayer(item, Compo, &layer)))
         return false;
-    // The bottom of the stack is the sheet's right end.
+    // The bottom of the stack is the sheet's right end; so is -1, from a count that failed.
     const qint32 place = ReverseColumns ? 0 : GetColumnCount() - 1;
     if (VN_HOST_FAILED(layers->AEGP_ReorderLayer(layer, place)))
         return false;
@@ -31,7 +31,10 @@ bool vipLi::AddColumn(qint32 kind, const QByteArray &path, qint32 frames)
         return false;
     if (VN_HOST_FAILED(layers->AEGP_SetLayerOffset(layer, &start)))
         return false;
-    return !VN_FALSE(SelectColumn(GetColumnCount() - 1)); // makes the new layer Layer
+    // Makes the new layer Layer. By a count that could not be read, which is 0, no column would be
+    // selected, and what follows would go to the column that was current before.
+    const qint32 count = GetColumnCount();
+    return !VN_FALSE(count > 0 && SelectColumn(count - 1));
 }
 
 bool vipLi::AddFixeColumn(const QByteArray &path)
@@ -48,8 +51,8 @@ bool vipLi::AddSequenceColumn(const QByteArray &path)
     SetCompoDuration(frames);
     if (!SetLayerInOut(0, frames - 1))
         return false;
-    // A stream that reads image 0 already gets no key from the first clearing; the write of image 1
-    // in between makes the one key at frame 0 that the second clearing sets to 0.
+    // A stream that reads image 0 at frame 0 gets no key from the first clearing. The write of image 1
+    // makes that key, and the second clearing sets it to 0. What fails in these three is not told.
     ClearCells(0);
     SetCellImage(0, 1);
     ClearCells(0);
@@ -71,8 +74,10 @@ bool vipLi::MoveLayer(AEGP_LayerH layer, qint32 places)
         return false;
     if ((index < 1 && places < 0) || (index >= count - 1 && places >= 1))
         return false;
-    // A move of more than one place may go beyond the stack; the panel moves by one.
-    return !VN_HOST_FAILED(layers->AEGP_ReorderLayer(layer, index + places));
+    // Behind a move of more than one place there may be no such index, which is the host's to answer;
+    // -1 is its word for the bottom. The panel moves by one.
+    const qint32 target = ToWhole(double(index) + places);
+    return !VN_HOST_FAILED(layers->AEGP_ReorderLayer(layer, target));
 }
 
 bool vipLi::GetLayerInOut(qint32 &first, qint32 &last)
@@ -90,7 +95,7 @@ bool vipLi::GetLayerInOut(qint32 &first, qint32 &last)
     const auto frames
         = [this](const A_Time &time) { return ToWhole(time.value / (double(time.scale) / Fps)); };
     first = frames(in);
-    last = first + frames(length) - 1;
+    last = ToWhole(double(first) + frames(length) - 1);
     return true;
 }
 
@@ -101,7 +106,7 @@ bool vipLi::SetLayerInOut(qint32 first, qint32 last)
     SuiteHandler suites(BasicSuite);
     const A_Time offset{ 0, 1 }; // so that layer time and composition time agree
     const A_Time in = FrameTime(first);
-    const A_Time length = FrameTime(last - first + 1);
+    const A_Time length = FrameTime(ToWhole(double(last) - first + 1));
     return !VN_HOST_FAILED(suites.Layer10()->AEGP_SetLayerOffset(Layer, &offset))
         && !VN_HOST_FAILED(suites.Layer10()->AEGP_SetLayerInPointAndDuration(
             Layer, AEGP_LTimeMode_CompTime, &in, &length));
@@ -130,12 +135,13 @@ bool vipLi::AlignLayer(AEGP_LayerH layer, qint32 width, qint32 height)
         return false;
     if (type != AEGP_ItemType_FOOTAGE)
         return true;
-    A_long footageWidth = 0; // plays no part
+    A_long footageWidth = 0; // plays no part: the left edges lie at 0 in any case
     A_long footageHeight = 0;
     if (VN_HOST_FAILED(
             suites.Item11()->AEGP_GetItemDimensions(source, &footageWidth, &footageHeight)))
         return false;
     Layer = layer;
+    // Left edge on the composition's left edge, bottom on its bottom. Halves are cut, not rounded.
     const qint32 anchorY = height / 2 - height + footageHeight;
     return SetStreamValue(AEGP_LayerStream_ANCHORPOINT, 0, width / 2, /*component=*/0)
         && SetStreamValue(AEGP_LayerStream_ANCHORPOINT, 0, anchorY, /*component=*/1)

@@ -8,63 +8,36 @@
 #include "support/vnPath.h"
 
 #include <cstdio>
-#include <cstring>
 
 ImportText ImportMessage = "";
 
 namespace {
 
-constexpr qint32 kMovie = 3; // the kind of a path that no zero image is made for
-
+/// A movie plays by itself: whatever kind it is asked for as, it is no series of drawings.
 bool IsMovie(const QByteArray &path)
 {
     const QString extension = vnPath::LowerExtension(QString::fromUtf8(path));
     return extension == QLatin1String("swf") || extension == QLatin1String("mov");
 }
 
-/// Where the import starts: the first drawing of the path's series, with its zero image beside it.
-/// Whatever goes wrong on disk is told in ImportMessage, and the import goes on.
+/// The first file of a path's series, after its zero image was written. What goes wrong on disk is
+/// told in ImportMessage alone; without a series on disk the file's name is empty, and the host
+/// answers for it.
+/// @return false when a part of the path does not fit its buffer, with its log line
 bool FirstFileOfSeries(const QByteArray &path, QByteArray &firstPath)
 {
     CellPathParts parts;
-    CellName root, firstFile;
-    if (!SplitCellPath(path.constData(), parts) || !GetCellRoot(path.constData(), root))
+    if (!SplitCellPath(path.constData(), parts))
         return false;
-    const ImportCode code = WriteZeroCell(parts.folder, root, parts.extension, firstFile);
+    CellName firstFile;
+    const ImportCode code = WriteZeroCell(parts.folder, parts.root, parts.extension, firstFile);
     if (code != kImportOk)
-        FormatImportMessage(ImportMessage, code, parts.folder, root, firstFile);
+        FormatImportMessage(ImportMessage, code, parts.folder, parts.root, firstFile);
     firstPath = QByteArray(parts.folder) + '\\' + QByteArray(firstFile);
     return true;
 }
 
 } // namespace
-
-bool vipLi::FindFootage(const QByteArray &path, qint32 kind, AEGP_ItemH &item)
-{
-    SuiteHandler suites(BasicSuite);
-    AEGP_ItemH walked = nullptr;
-    if (VN_HOST_FAILED(suites.Item11()->AEGP_GetFirstProjItem(Project, &walked)))
-        return false;
-    while (walked) {
-        AEGP_ItemType type = AEGP_ItemType_NONE;
-        if (VN_HOST_FAILED(suites.Item11()->AEGP_GetItemType(walked, &type)))
-            return false;
-        if (type == AEGP_ItemType_FOOTAGE) {
-            bool same = false;
-            if (!IsSameFootage(suites, walked, path, kind, same))
-                return false;
-            if (same) {
-                item = walked; // the first in the walk counts
-                return true;
-            }
-        }
-        AEGP_ItemH next = nullptr;
-        if (VN_HOST_FAILED(suites.Item11()->AEGP_GetNextProjItem(Project, walked, &next)))
-            return false;
-        walked = next;
-    }
-    return true;
-}
 
 bool vipLi::IsSameFootage(
     SuiteHandler &suites, AEGP_ItemH item, const QByteArray &path, qint32 kind, bool &same)
@@ -84,23 +57,49 @@ bool vipLi::IsSameFootage(
     return true;
 }
 
+bool vipLi::FindFootage(SuiteHandler &suites, AEGP_ProjectH project, const QByteArray &path,
+    qint32 kind, AEGP_ItemH &item)
+{
+    AEGP_ItemH walked = nullptr;
+    if (VN_HOST_FAILED(suites.Item11()->AEGP_GetFirstProjItem(project, &walked)))
+        return false;
+    while (walked) {
+        AEGP_ItemType type = AEGP_ItemType_NONE;
+        if (VN_HOST_FAILED(suites.Item11()->AEGP_GetItemType(walked, &type)))
+            return false;
+        if (type == AEGP_ItemType_FOOTAGE) {
+            bool same = false;
+            if (!IsSameFootage(suites, walked, path, kind, same))
+                return false;
+            if (same) {
+                item = walked; // the first in the walk counts
+                return true;
+            }
+        }
+        AEGP_ItemH next = nullptr;
+        if (VN_HOST_FAILED(suites.Item11()->AEGP_GetNextProjItem(project, walked, &next)))
+            return false;
+        walked = next;
+    }
+    return true;
+}
+
 bool vipLi::ImportCells(qint32 kind, const QByteArray &path, AEGP_ItemH &item, bool makeZero)
 {
     std::snprintf(ImportMessage, sizeof ImportMessage, "ERROR : Voir Log");
     item = nullptr;
     SuiteHandler suites(BasicSuite);
+    AEGP_ProjectH project = nullptr;
     AEGP_ItemH root = nullptr;
-    if (VN_HOST_FAILED(suites.Proj8()->AEGP_GetProjectByIndex(0, &Project))
-        || VN_HOST_FAILED(suites.Proj8()->AEGP_GetProjectRootFolder(Project, &root)))
+    if (VN_HOST_FAILED(suites.Proj8()->AEGP_GetProjectByIndex(0, &project))
+        || VN_HOST_FAILED(suites.Proj8()->AEGP_GetProjectRootFolder(project, &root)))
         return false;
-    if (!FindFootage(path, kind, item))
+    if (!FindFootage(suites, project, path, kind, item))
         return false;
     if (item)
         return true; // imported once already
 
-    if (IsMovie(path))
-        kind = kMovie;
-    const bool isSeries = kind == kSequence;
+    const bool isSeries = kind == kSequence && !IsMovie(path);
     QByteArray file = path;
     if (isSeries && makeZero && !FirstFileOfSeries(path, file))
         return false;
@@ -112,7 +111,7 @@ bool vipLi::NewFootageItem(SuiteHandler &suites, const QByteArray &file, bool is
 {
     AEGP_FileSequenceImportOptions options{};
     options.all_in_folderB = isSeries;
-    options.force_alphabeticalB = 0;
+    options.force_alphabeticalB = false;
     options.start_frameL = AEGP_ANY_FRAME;
     options.end_frameL = AEGP_ANY_FRAME;
     const QString text = QString::fromUtf8(file);
@@ -125,7 +124,7 @@ bool vipLi::NewFootageItem(SuiteHandler &suites, const QByteArray &file, bool is
     if (VN_HOST_FAILED(suites.Footage11()->AEGP_AddFootageToProject(footage, folder, &item)))
         return false;
     owned.Release();
-    A_long mainFiles = 0;
+    A_long mainFiles = 0; // asked for, and of no further use
     A_long filesPerFrame = 0;
     return !VN_HOST_FAILED(
         suites.Footage11()->AEGP_GetFootageNumFiles(footage, &mainFiles, &filesPerFrame));

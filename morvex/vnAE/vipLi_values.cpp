@@ -64,33 +64,36 @@ bool vipLi::ReadLayerStream(
         AEGP_LTimeMode_CompTime, &time, /*preExpression=*/false, &value, &type));
 }
 
-bool vipLi::SetStreamValue(qint32 streamNumber, qint32 frame, qint32 newValue, qint32 component)
+bool vipLi::SetStreamValue(qint32 streamNumber, qint32 frame, qint32 value, qint32 component)
 {
     if (!Project || !Compo || !Layer)
         return false;
     SuiteHandler suites(BasicSuite);
+    LayerStream stream(suites, PluginId, Layer, streamNumber);
     const A_Time time = FrameTime(frame);
-    const LayerStream stream(suites, PluginId, Layer, streamNumber);
-    if (VN_HOST_FAILED(stream.Error()))
+    AEGP_StreamValue written{};
+    written.streamH = stream.Handle();
+    if (VN_HOST_FAILED(stream.Error())
+        || !ReadLayerStream(suites, streamNumber, time, written.val)) // the others stay as they are
         return false;
-    AEGP_StreamValue value{};
-    value.streamH = stream.Handle();
-    if (!ReadLayerStream(suites, streamNumber, time, value.val)) // the others stay as they are
-        return false;
-    if (double *changed = Component(value.val, component))
-        *changed = newValue;
+    if (double *changed = Component(written.val, component))
+        *changed = value;
 
     A_Boolean hasKeys = false;
     if (VN_HOST_FAILED(suites.Stream7()->AEGP_IsStreamTimevarying(stream.Handle(), &hasKeys)))
         return false;
-    if (!hasKeys) // the value then holds for all frames
-        return !VN_HOST_FAILED(
-            suites.Stream7()->AEGP_SetStreamValue(PluginId, stream.Handle(), &value));
-    AEGP_KeyframeIndex key = -1;
-    if (VN_HOST_FAILED(suites.Keyframe3()->AEGP_InsertKeyframe(
-            stream.Handle(), AEGP_LTimeMode_CompTime, &time, &key)))
+    if (hasKeys) {
+        AEGP_KeyframeIndex key = -1; // of the frame's key, which may have stood there already
+        if (VN_HOST_FAILED(suites.Keyframe3()->AEGP_InsertKeyframe(
+                stream.Handle(), AEGP_LTimeMode_CompTime, &time, &key))
+            || VN_HOST_FAILED(
+                suites.Keyframe3()->AEGP_SetKeyframeValue(stream.Handle(), key, &written)))
+            return false;
+    } else if (VN_HOST_FAILED( // the value then holds for all frames
+                   suites.Stream7()->AEGP_SetStreamValue(PluginId, stream.Handle(), &written))) {
         return false;
-    return !VN_HOST_FAILED(suites.Keyframe3()->AEGP_SetKeyframeValue(stream.Handle(), key, &value));
+    }
+    return !VN_HOST_FAILED(stream.Close());
 }
 
 bool vipLi::GetStreamValue(qint32 streamNumber, qint32 frame, qint32 &first, qint32 &second)
@@ -170,11 +173,12 @@ bool vipLi::UseEfxValue(const EfxParam &param, bool apply, Use use)
         return false;
     if (!found)
         return true;
+    // What the host has just failed on is not handed to it again: it stays open, by Release.
     SuiteHandler suites(BasicSuite);
     EffectRef effect(suites, found);
     A_long count = 0; // asked for, and of no further use
     if (VN_HOST_FAILED(suites.Stream7()->AEGP_GetEffectNumParamStreams(found, &count))) {
-        effect.Release(); // what the host has failed on is not touched again, it stays open
+        effect.Release();
         return false;
     }
     LayerStream stream(suites, PluginId, found, param.index + 1); // stream 0 is the input layer

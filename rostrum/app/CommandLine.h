@@ -1,6 +1,7 @@
 // What can be typed behind "rostrum".
 //
-//     rostrum --check PLUGIN [--effect-names en|fr]
+//     rostrum render PROJECT --out FOLDER [--frames A-B] [--comp NAME] [--transparent]
+//     rostrum --check PLUGIN [--effect-names en|fr] [--time-limit SECONDS]
 //     rostrum --version
 //     rostrum --help
 //

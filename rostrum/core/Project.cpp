@@ -41,6 +41,15 @@ Project::Project()
     items.insert(kRootFolder, ItemPtr(new Item(root)));
 }
 
+Project Project::FromItems(const QVector<Item> &items, qint32 nextId)
+{
+    Project project;
+    for (const Item &item : items)
+        project.items.insert(item.id, ItemPtr(new Item(item)));
+    project.nextId = nextId;
+    return project;
+}
+
 void Project::KeepIdsOf(const Project &other)
 {
     nextId = qMax(nextId, other.nextId);

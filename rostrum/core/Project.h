@@ -66,6 +66,13 @@ public:
     bool HasStream(const Layer &layer, qint32 streamNumber) const;
     EffectId ApplyEffect(ItemId composition, LayerId layer, EffectKey key);
 
+    /// A project as it was saved, ids included. @param items all of them, the root folder among
+    /// them; who reads them in from outside sees to it that they hang together
+    /// @param nextId above all ids of items, layers and effects
+    static Project FromItems(const QVector<Item> &items, qint32 nextId);
+    /// The id that the next new thing gets.
+    qint32 NextId() const { return nextId; }
+
     /// Gives out no id that the other project has given out already. An id thus stays one thing's
     /// for good, also when the project goes back to a state from before that thing was made.
     void KeepIdsOf(const Project &other);

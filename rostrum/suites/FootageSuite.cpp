@@ -174,6 +174,23 @@ A_Err AddFootageToProject(AEGP_FootageH footageH, AEGP_ItemH folder, AEGP_ItemH 
         footageH, folder, item);
 }
 
+/// Of footage that was not added: what was, belongs to the project.
+A_Err DisposeFootage(AEGP_FootageH footageH)
+{
+    return HostCall<Table>(
+        "AEGP_DisposeFootage",
+        [&](Host &host) -> A_Err {
+            const FootageRef ref = FindFootage(host, footageH);
+            if (!ref)
+                return host.BadHandle(footageH);
+            if (!ref.place || ref.place->item)
+                return host.Misuse("the footage belongs to the project");
+            host.footage.Close(TakeApart(footageH).payload);
+            return A_Err_NONE;
+        },
+        footageH);
+}
+
 } // namespace
 
 void FillTable(AEGP_FootageSuite5 &table)
@@ -183,6 +200,7 @@ void FillTable(AEGP_FootageSuite5 &table)
     table.AEGP_GetFootagePath = GetFootagePath;
     table.AEGP_NewFootage = NewFootage;
     table.AEGP_AddFootageToProject = AddFootageToProject;
+    table.AEGP_DisposeFootage = DisposeFootage;
 }
 
 } // namespace rostrum

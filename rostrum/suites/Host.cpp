@@ -153,7 +153,7 @@ AEGP_LayerH Host::LayerHandle(ItemId composition, LayerId layer, int index)
 {
     if (!layer)
         return nullptr;
-    const auto known = placeOfLayer.emplace(IdPayload(layer), layerPlaces.size());
+    const auto known = placeOfLayer.try_emplace(LayerKey(layer), layerPlaces.size());
     const std::uint64_t payload = known.first->second;
     if (known.second)
         layerPlaces.push_back({ composition, layer, document.ReplaceCount(), index });
@@ -196,6 +196,7 @@ A_Err Host::BadHandle(const HandleParts &handle)
     const std::uint64_t number = handle.payload;
     const bool closed = (handle.kind == HandleKind::Stream && streams.WasClosed(number))
         || (handle.kind == HandleKind::Effect && effects.WasClosed(number))
+        || (handle.kind == HandleKind::Footage && footage.WasClosed(number))
         || (handle.kind == HandleKind::Collection && collections.WasClosed(number))
         || (handle.kind == HandleKind::Memory && memory.WasClosed(number));
     if (closed)
@@ -372,12 +373,12 @@ QByteArrayList Host::Account() const
             lines << "footage " + Quoted(place.name) + ", not added to the project";
     });
     collections.ForEach([&](const Collection &collection) {
-        lines << "collection of " + QByteArray::number(collection.layers.size()) + " layers";
+        lines << "collection, layers: " + QByteArray::number(collection.layers.size());
     });
     memory.ForEach([&](const MemoryBlock &block) {
         if (!block.lost)
             lines << "memory of " + QByteArray::number(block.size) + " bytes " + Quoted(block.what)
-                    + (block.locks ? ", " + QByteArray::number(block.locks) + " locks" : "");
+                    + (block.locks ? ", locks: " + QByteArray::number(block.locks) : "");
     });
     if (document.IsGroupOpen())
         lines << "undo group";

@@ -245,6 +245,11 @@ private:
     {
         return Generation() << 32 | static_cast<std::uint32_t>(item);
     }
+    std::uint64_t LayerKey(LayerId layer) const
+    {
+        return static_cast<std::uint64_t>(document.ReplaceCount()) << 32
+            | static_cast<std::uint32_t>(layer);
+    }
     QByteArray StreamText(const StreamPlace &place) const;
     QByteArray LayerText(std::uint64_t payload) const;
     QByteArrayList SuiteAccount(bool byRule) const;
@@ -260,7 +265,7 @@ private:
     Trace trace;
     std::array<int, kSuiteCount> held{};
     std::deque<LayerPlace> layerPlaces;
-    std::unordered_map<std::uint64_t, std::uint64_t> placeOfLayer; // generation and id to payload
+    std::unordered_map<std::uint64_t, std::uint64_t> placeOfLayer; // LayerKey to payload
     QByteArrayList unexpectedCalls;
     QByteArrayList refusedSuites;
     QStringList messages;

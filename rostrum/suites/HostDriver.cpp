@@ -41,7 +41,7 @@ QString HostDriver::LoadPlugin(const QString &path)
         return QStringLiteral("\"%1\" has no %2").arg(path, QLatin1String(kEntryPointName));
     const A_Err error = EnterPlugin(entry);
     if (error)
-        return QStringLiteral("\"%1\" answered the error %2").arg(path).arg(error);
+        return QStringLiteral("\"%1\" answered the error %2").arg(path, QString::number(error));
     return {};
 }
 
@@ -239,6 +239,12 @@ bool HostDriver::IsPanelMade(const QByteArray &matchName) const
 {
     const Panel *panel = FindPanel(matchName);
     return panel && panel->made;
+}
+
+bool HostDriver::IsBackgroundPainted(const QByteArray &matchName) const
+{
+    const Panel *panel = FindPanel(matchName);
+    return panel && panel->paintBackground;
 }
 
 int HostDriver::PanelsMade() const

@@ -86,6 +86,8 @@ public:
     /// Makes the panel if need be; then brings it to front, or closes it when it is there already.
     A_Err TogglePanel(const QByteArray &matchName);
     bool IsPanelMade(const QByteArray &matchName) const;
+    /// Whether the host is to paint behind the panel.
+    bool IsBackgroundPainted(const QByteArray &matchName) const;
     /// @return A_Err_PARAMETER for a panel that nobody registered
     A_Err PanelState(const QByteArray &matchName, bool *shown, bool *frontmost) const;
     QVector<A_LPoint> PanelSnapSizes(const QByteArray &matchName);

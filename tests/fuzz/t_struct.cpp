@@ -19,8 +19,8 @@
 #include <QtDebug>
 
 #include <cstdio>
-#include <exception>
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <vector>
 

@@ -5,10 +5,14 @@
 #include "T_Types/T_Struct.h"
 #include "T_Types/T_Undo.h"
 #include "T_Types/T_Var.h"
+#include "testing/RepaintCounter.h"
 
 #include <QApplication>
 #include <QTest>
+#include <QTransform>
 #include <QVBoxLayout>
+#include <QVector2D>
+#include <QVector3D>
 #include <QWindow>
 
 /// A structure that answers what an editable combo box may offer, and counts how often.
@@ -85,41 +89,54 @@ struct EditorFixture
     T_Var *lastChanged = nullptr;
 };
 
-/// Counts what a window is asked to repaint. Settle first: what is due from before does not count.
-class RepaintCounter : public QObject
+/// A field for each type, one at a time, that holds no default.
+struct AnyField
 {
-public:
-    RepaintCounter()
+    void *For(quint32 type)
     {
-        QApplication::setCursorFlashTime(0); // a blinking cursor paints on its own
-        Settle();
-        qApp->installEventFilter(this);
-    }
-
-    static void Settle()
-    {
-        for (int i = 0; i < 5; ++i) {
-            QCoreApplication::sendPostedEvents(nullptr, 0);
-            QCoreApplication::processEvents();
+        switch (type) {
+        case TV_BOOL:
+            return &flag;
+        case TV_FLOAT:
+            return &narrow;
+        case TV_DOUBLE:
+            return &wide;
+        case TV_QSTRING:
+            return &text;
+        case TV_QVECTOR2D:
+            return &two;
+        case TV_QVECTOR3D:
+            return &three;
+        case TV_QTRANSFORM:
+            return &transform;
+        default:
+            return whole;
         }
     }
-
-    int Take()
+    void Change()
     {
-        Settle();
-        const int taken = count;
-        count = 0;
-        return taken;
+        flag = false;
+        whole[0] = 0;
+        narrow = 0.25f;
+        wide = -7.5;
+        text = QStringLiteral("run");
+        two = QVector2D(2, 3);
+        three = QVector3D(4, 5, 7);
+        transform = QTransform::fromTranslate(6, 8);
     }
 
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        const QEvent::Type type = event->type();
-        if (type == QEvent::Paint || type == QEvent::UpdateRequest || type == QEvent::LayoutRequest)
-            ++count;
-        return false;
-    }
-
-private:
-    int count = 0;
+    bool flag = true;
+    int whole[6] = { 1, 11, 22, 33, 44, 55 }; // room for the largest type without an input
+    float narrow = 0.125f;
+    double wide = 7.5;
+    QString text = QStringLiteral("walk");
+    QVector2D two{ 1.5f, 20000.0f };
+    QVector3D three{ 4, 5, 6 };
+    QTransform transform = QTransform::fromTranslate(3, 4);
 };
+
+/// The transform form writes a line at each showing.
+inline void ExpectTrace()
+{
+    QTest::ignoreMessage(QtWarningMsg, "T_QtEdit VAL->IHM ");
+}

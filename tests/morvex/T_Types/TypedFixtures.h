@@ -86,6 +86,30 @@ inline T_Undo *FreshUndo()
     return T_Undo::Instance();
 }
 
+/// A plain structure of that name, added at the end.
+inline T_Struct *AddNamed(T_Struct &parent, const char *name)
+{
+    auto *child = new T_Struct;
+    child->SetName(QString::fromLatin1(name));
+    parent.AddChild(child);
+    return child;
+}
+
+/// The names of the children, in the order of the chain.
+inline QStringList Names(const T_Struct &parent)
+{
+    QStringList names;
+    for (const T_Obj *child = parent.mFirst; child; child = child->mNext)
+        names << child->GetName();
+    return names;
+}
+
+/// The words of a text.
+inline QStringList List(const char *names)
+{
+    return QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 struct ChildResult
 {
     int exitCode;

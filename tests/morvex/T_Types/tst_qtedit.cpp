@@ -6,6 +6,7 @@
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
 
@@ -44,6 +45,7 @@ private slots:
     void aTextIsShownSilently();
     void aRefreshLeavesTheCursorOfAnEqualTextAlone();
     void theEditableComboStartsOverFromItsStructuresList();
+    void theEditableComboLosesItsEmptyItemToTheBaseListAndIsLeftAloneThen();
     void theEditableComboOffersItsStructuresList();
     void theEditableComboStoresAtEachKey();
     void aButtonTellsEachClickOnce();
@@ -164,6 +166,7 @@ void TestQtEdit::aGadgetWithoutRangeLeavesTheFieldAlone()
     QCOMPARE(whole, -2000000);
     double real = 1000000.5;
     EditorFixture second(TV_DOUBLE, &real, /*gadget=*/5);
+    QCOMPARE(real, 1000000.5);
     second.edit->SetDouble(3000000.25);
     QCOMPARE(real, 3000000.25);
 }
@@ -418,6 +421,24 @@ void TestQtEdit::theEditableComboStartsOverFromItsStructuresList()
     QCOMPARE(fixture.TakeSignals(), 1); // the text is not blocked
 }
 
+/// A plain structure has no list to offer.
+void TestQtEdit::theEditableComboLosesItsEmptyItemToTheBaseListAndIsLeftAloneThen()
+{
+    T_Struct plain;
+    QString field = QStringLiteral("walk");
+    plain.AddQString(&field, QStringLiteral("Name"), TG_EDITCOMBO);
+    T_QtEdit edit(nullptr, plain.GetVar(QStringLiteral("Name"), TV_QSTRING));
+    auto *combo = edit.findChild<QComboBox *>();
+    QCOMPARE(combo->count(), 0);
+    QCOMPARE(combo->currentText(), QStringLiteral("walk"));
+    const QSignalSpy removed(combo->model(), &QAbstractItemModel::modelReset);
+    const QSignalSpy inserted(combo->model(), &QAbstractItemModel::rowsInserted);
+    field = QStringLiteral("run");
+    edit.ValToIhm();
+    QCOMPARE(removed.count() + inserted.count(), 0); // the items are equal: only the text is set
+    QCOMPARE(combo->currentText(), QStringLiteral("run"));
+}
+
 void TestQtEdit::theEditableComboOffersItsStructuresList()
 {
     QString field = QStringLiteral("walk");
@@ -432,7 +453,7 @@ void TestQtEdit::theEditableComboOffersItsStructuresList()
 
     QTest::keyClick(combo, Qt::Key_Down);
     QCOMPARE(field, QStringLiteral("run"));
-    QVERIFY(fixture.TakeSignals() >= 1);
+    QCOMPARE(fixture.TakeSignals(), 2); // the text has changed, and the index
 }
 
 void TestQtEdit::theEditableComboStoresAtEachKey()

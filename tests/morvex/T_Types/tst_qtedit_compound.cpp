@@ -12,17 +12,10 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
-#include <QTransform>
-#include <QVector2D>
-#include <QVector3D>
+
+#include <memory>
 
 namespace {
-
-/// The transform form writes a line at each showing.
-void ExpectTrace()
-{
-    QTest::ignoreMessage(QtWarningMsg, "T_QtEdit VAL->IHM ");
-}
 
 struct TransformFixture
 {
@@ -56,22 +49,58 @@ void RightClick(const EditorFixture &fixture, const QWidget *widget, const QPoin
         fixture.window.windowHandle(), Qt::RightButton, {}, widget->mapTo(&fixture.window, at));
 }
 
-/// A structure with one number, one bool and one colour; registered nowhere, so it stands in a tree
-/// by InsertStruct.
+/// A structure with one number; registered nowhere, so it stands in a tree by InsertStruct.
 class Element : public T_Struct
 {
 public:
-    explicit Element(int start)
+    Element(const char *name, int start)
     {
         AddInt(&number, QStringLiteral("Number"), TG_DEFAULT);
         number = start;
-        SetName(QStringLiteral("Element"));
+        SetName(QString::fromLatin1(name));
     }
     bool IsA(const std::type_info &kind) const override
     {
         return kind == typeid(Element) || T_Struct::IsA(kind);
     }
     int number;
+};
+
+/// root > (key A > (first, second), key B > third), and an editor of the first one's number.
+struct TwoKeys
+{
+    TwoKeys()
+    {
+        auto *keyA = new T_Struct, *keyB = new T_Struct;
+        root.InsertStruct(keyA, T_Struct::kAtEnd);
+        root.InsertStruct(keyB, T_Struct::kAtEnd);
+        keyA->InsertStruct(first, T_Struct::kAtEnd);
+        keyA->InsertStruct(second, T_Struct::kAtEnd);
+        keyB->InsertStruct(third, T_Struct::kAtEnd);
+        edit = std::make_unique<T_QtEdit>(nullptr, first->GetVar(QStringLiteral("Number"), TV_INT));
+        QObject::connect(edit.get(), &T_QtEdit::SignalValueChanged, [this] { ++told; });
+    }
+
+    /// Opens the menu and takes one of its four entries by the keys.
+    void Pick(int entry)
+    {
+        WhenAsked([entry] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            if (!menu)
+                return;
+            for (int i = 0; i <= entry; ++i)
+                QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        edit->OnPopupMenu(QPoint(1, 1));
+    }
+
+    T_Struct root;
+    Element *first = new Element("Left", 1);
+    Element *second = new Element("Right", 2);
+    Element *third = new Element("Right", 3);
+    std::unique_ptr<T_QtEdit> edit; // goes before its variable
+    int told = 0;
 };
 
 } // namespace
@@ -105,6 +134,7 @@ private slots:
     void theMenuIsAskedForOnLabelBoxAndColourButton_data();
     void theMenuIsAskedForOnLabelBoxAndColourButton();
     void propagatingReachesTheSistersAndTells();
+    void propagatingToTheSelectionReachesItsStructuresAndTells();
     void propagatingWithNothingToReachTellsAllTheSame();
     void aDoubleClickOnALabelIsTold();
 };
@@ -267,7 +297,7 @@ void TestQtEditCompound::aTransformIsTranslatedRotatedAndScaledInThisOrder()
     expected.scale(2.5, 2.5);
     QCOMPARE(shown.field, expected);
     QCOMPARE(shown.field.dx(), 30.0); // the translation is neither turned nor scaled
-    QVERIFY(shown.fixture->TakeSignals() > 0);
+    QCOMPARE(shown.fixture->TakeSignals(), 8); // one at each key but the "-"
 }
 
 void TestQtEditCompound::aTransformIsShownByTranslationAndM11Alone()
@@ -298,7 +328,7 @@ void TestQtEditCompound::showingATransformIsSilentAndRepaintsNothingNew()
 {
     TransformFixture shown(QTransform(0.5, 0, 0, 0.5, 3.5, 4.5));
     QVERIFY(shown.fixture->shown);
-    RepaintCounter repaints;
+    testing::RepaintCounter repaints;
     shown.Reload();
     QCOMPARE(repaints.Take(), 0);
     shown.field = QTransform();
@@ -376,7 +406,7 @@ void TestQtEditCompound::aColourButtonShowsNoColour()
     EditorFixture fixture(TV_COLOR, &field, /*gadget=*/4);
     QVERIFY(!fixture.Input<MyLabel>());
     QCOMPARE(fixture.Input<QPushButton>()->text(), QStringLiteral("Name"));
-    RepaintCounter repaints;
+    testing::RepaintCounter repaints;
     field = 0xFFFF0000;
     fixture.edit->ValToIhm();
     QCOMPARE(repaints.Take(), 0);
@@ -455,60 +485,42 @@ void TestQtEditCompound::theMenuIsAskedForOnLabelBoxAndColourButton()
     });
     const QWidget *first = fixture.edit->layout()->itemAt(0)->widget();
     RightClick(fixture, first, QPoint(6, 6));
-    RepaintCounter::Settle();
+    testing::RepaintCounter::Settle();
     QTEST(asked, "answered");
 }
 
-/// key A { element 1, element 2 }, key B { element 3 } under one root.
 void TestQtEditCompound::propagatingReachesTheSistersAndTells()
 {
-    T_Struct root, *keyA = new T_Struct, *keyB = new T_Struct;
-    auto *first = new Element(1), *second = new Element(2), *third = new Element(3);
-    QVERIFY(root.InsertStruct(keyA, T_Struct::kAtEnd));
-    QVERIFY(root.InsertStruct(keyB, T_Struct::kAtEnd));
-    QVERIFY(keyA->InsertStruct(first, T_Struct::kAtEnd));
-    QVERIFY(keyA->InsertStruct(second, T_Struct::kAtEnd));
-    QVERIFY(keyB->InsertStruct(third, T_Struct::kAtEnd));
-    second->SetName(QStringLiteral("Other"));
-    third->SetName(QStringLiteral("Other"));
-    T_QtEdit edit(nullptr, first->GetVar(QStringLiteral("Number"), TV_INT));
-    int told = 0;
-    connect(&edit, &T_QtEdit::SignalValueChanged, [&told] { ++told; });
-    const auto pick = [&edit](int entry) {
-        WhenAsked([entry] {
-            if (auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget())) {
-                for (int i = 0; i <= entry; ++i)
-                    QTest::keyClick(menu, Qt::Key_Down);
-                QTest::keyClick(menu, Qt::Key_Return);
-            }
-        });
-        edit.OnPopupMenu(QPoint(1, 1));
-    };
+    TwoKeys keys;
+    keys.Pick(1); // the other elements of this key
+    QCOMPARE(keys.second->number, 1);
+    QCOMPARE(keys.third->number, 3);
+    QCOMPARE(keys.told, 1);
 
-    pick(1); // the other elements of this key
-    QCOMPARE(second->number, 1);
-    QCOMPARE(third->number, 3);
-    QCOMPARE(told, 1);
-    first->number = 40;
-    pick(2); // the same element of other keys: none has its name
-    QCOMPARE(third->number, 3);
-    third->SetName(first->GetName());
-    pick(2);
-    QCOMPARE(third->number, 40);
-    QCOMPARE(second->number, 1);
-    first->number = 50;
-    pick(3); // all elements of all keys
-    QCOMPARE(second->number, 50);
-    QCOMPARE(third->number, 50);
-    QCOMPARE(told, 4);
+    keys.first->number = 40;
+    keys.Pick(2); // the same element of other keys: none has its name
+    QCOMPARE(keys.third->number, 3);
+    keys.third->SetName(keys.first->GetName());
+    keys.Pick(2);
+    QCOMPARE(keys.third->number, 40);
+    QCOMPARE(keys.second->number, 1);
 
+    keys.first->number = 50;
+    keys.Pick(3); // all elements of all keys
+    QCOMPARE(keys.second->number, 50);
+    QCOMPARE(keys.third->number, 50);
+    QCOMPARE(keys.told, 4);
+}
+
+void TestQtEditCompound::propagatingToTheSelectionReachesItsStructuresAndTells()
+{
+    TwoKeys keys;
     T_SelectionList selection;
-    selection.mObjects << third;
-    first->number = 60;
-    pick(0);
-    QCOMPARE(third->number, 60);
-    QCOMPARE(second->number, 50);
-    QCOMPARE(told, 5);
+    selection.mObjects << keys.third;
+    keys.Pick(0);
+    QCOMPARE(keys.third->number, 1);
+    QCOMPARE(keys.second->number, 2);
+    QCOMPARE(keys.told, 1);
 }
 
 void TestQtEditCompound::propagatingWithNothingToReachTellsAllTheSame()

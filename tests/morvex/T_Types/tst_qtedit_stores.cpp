@@ -3,56 +3,8 @@
 
 #include <QLineEdit>
 #include <QSpinBox>
-#include <QVector2D>
-#include <QVector3D>
 
 #include <limits>
-
-namespace {
-
-/// A field of each type, one at a time, that is no default.
-struct AnyField
-{
-    void *For(quint32 type)
-    {
-        switch (type) {
-        case TV_BOOL:
-            return &flag;
-        case TV_FLOAT:
-            return &narrow;
-        case TV_DOUBLE:
-            return &wide;
-        case TV_QSTRING:
-            return &text;
-        case TV_QVECTOR2D:
-            return &two;
-        case TV_QVECTOR3D:
-            return &three;
-        default:
-            return &whole;
-        }
-    }
-    void Change()
-    {
-        flag = false;
-        whole = 0;
-        narrow = 0.25f;
-        wide = -7.5;
-        text = QStringLiteral("run");
-        two = QVector2D(2, 3);
-        three = QVector3D(4, 5, 7);
-    }
-
-    bool flag = true;
-    int whole = 1;
-    float narrow = 0.125f;
-    double wide = 7.5;
-    QString text = QStringLiteral("walk");
-    QVector2D two{ 1.5f, 20000.0f };
-    QVector3D three{ 4, 5, 6 };
-};
-
-} // namespace
 
 /// What an editor does apart from its input: stores by number and by variant, types without an
 /// input, and the rule that showing what is shown already asks for nothing.
@@ -66,6 +18,8 @@ private slots:
     void aVariableWithoutDataIsShownEmptyAndStoresNothing_data();
     void aVariableWithoutDataIsShownEmptyAndStoresNothing();
     void setDoubleStoresByType();
+    void anEntryOf1point999StaysInAFloatAndIs1InAnInt();
+    void setDoubleHoldsToTheRangeBoundsIncluded_data();
     void setDoubleHoldsToTheRangeBoundsIncluded();
     void setDoubleTakesNumbersBeyondTheType();
     void setVariantConvertsAndAppliesNoRange();
@@ -78,6 +32,8 @@ private slots:
 void TestQtEditStores::aTypeWithoutInputShowsItsNameAlone_data()
 {
     QTest::addColumn<quint32>("type");
+    QTest::newRow("TV_NULL") << quint32(TV_NULL);
+    QTest::newRow("TV_ONGLET") << quint32(TV_ONGLET);
     QTest::newRow("TV_STRING") << quint32(TV_STRING);
     QTest::newRow("TV_SHORT") << quint32(TV_SHORT);
     QTest::newRow("TV_SXY") << quint32(TV_SXY);
@@ -131,11 +87,9 @@ void TestQtEditStores::aVariableWithoutDataIsShownEmptyAndStoresNothing()
 void TestQtEditStores::setDoubleStoresByType()
 {
     float narrow = 0;
-    EditorFixture(TV_FLOAT, &narrow).edit->SetDouble(1.999);
-    QCOMPARE(narrow, 1.999f);
+    EditorFixture(TV_FLOAT, &narrow).edit->SetDouble(-2.25);
+    QCOMPARE(narrow, -2.25f);
     int whole = 0;
-    EditorFixture(TV_INT, &whole).edit->SetDouble(1.999);
-    QCOMPARE(whole, 1);
     EditorFixture(TV_INT, &whole).edit->SetDouble(-7.8);
     QCOMPARE(whole, -7);
     double wide = 0;
@@ -149,16 +103,51 @@ void TestQtEditStores::setDoubleStoresByType()
     QCOMPARE(color, 0xFFFFFFFFu);
 }
 
+void TestQtEditStores::anEntryOf1point999StaysInAFloatAndIs1InAnInt()
+{
+    float narrow = 0;
+    EditorFixture(TV_FLOAT, &narrow).edit->SetDouble(1.999);
+    QCOMPARE(narrow, 1.999f);
+    int whole = 0;
+    EditorFixture(TV_INT, &whole).edit->SetDouble(1.999);
+    QCOMPARE(whole, 1);
+}
+
+void TestQtEditStores::setDoubleHoldsToTheRangeBoundsIncluded_data()
+{
+    QTest::addColumn<quint32>("type");
+    QTest::addColumn<uint>("gadget");
+    QTest::addColumn<double>("given");
+    QTest::addColumn<double>("stored");
+    const auto row = [](const char *name, quint32 type, uint gadget, double given, double stored) {
+        QTest::newRow(name) << type << gadget << given << stored;
+    };
+    row("an int above", TV_INT, 1, 57, 56);
+    row("an int below", TV_INT, 1, 1, 2);
+    row("an int at the bound", TV_INT, 1, 56, 56);
+    row("a slider's int", TV_INT, TG_SLIDER, 101, 100);
+    row("a combo's int", TV_INT, TG_COMBO, -3, 0);
+    row("an int without a range", TV_INT, 5, 1000000, 1000000);
+    row("a float above", TV_FLOAT, 1, 56.5, 56);
+    row("a float below", TV_FLOAT, TG_DEFAULT, -1e6, -100000);
+    row("a float inside", TV_FLOAT, 1, 55.5, 55.5);
+    row("a double above", TV_DOUBLE, 12, 100.25, 100);
+    row("a double at the bound", TV_DOUBLE, 1, 2, 2);
+    row("a double without a range", TV_DOUBLE, 4, -3000000.25, -3000000.25);
+    row("a colour above", TV_COLOR, 3, 4278190080.0, 100);
+    row("a colour without a range", TV_COLOR, 4, 4278190080.0, 4278190080.0);
+    row("a bool, whose 1 is below 2 and whose 2 is true", TV_BOOL, 1, 1, 1);
+}
+
 void TestQtEditStores::setDoubleHoldsToTheRangeBoundsIncluded()
 {
-    int field = 30;
-    EditorFixture fixture(TV_INT, &field, /*gadget=*/1);
-    fixture.edit->SetDouble(57);
-    QCOMPARE(field, 56);
-    fixture.edit->SetDouble(1);
-    QCOMPARE(field, 2);
-    fixture.edit->SetDouble(56);
-    QCOMPARE(field, 56);
+    QFETCH(quint32, type);
+    QFETCH(uint, gadget);
+    QFETCH(double, given);
+    double bytes = 0; // the zero of every type
+    EditorFixture fixture(type, &bytes, gadget);
+    fixture.edit->SetDouble(given);
+    QTEST(fixture.edit->GetDouble(), "stored");
     QCOMPARE(fixture.TakeSignals(), 0); // storing by itself tells nobody
 }
 
@@ -276,7 +265,7 @@ void TestQtEditStores::nothingNewAsksForNoRepaint()
     QStringList items{ QStringLiteral("png"), QStringLiteral("tga") };
     EditorFixture fixture(type, field.For(type), gadget, &items);
     QVERIFY(fixture.shown);
-    RepaintCounter repaints;
+    testing::RepaintCounter repaints;
     fixture.edit->ValToIhm();
     QCOMPARE(repaints.Take(), 0);
     QCOMPARE(fixture.TakeSignals(), 0);

@@ -71,31 +71,38 @@ void Save(QWidget &widget, const QDir &folder, const QString &name)
         qWarning() << "cannot write" << path;
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+QFont PanelFont()
 {
-    QApplication application(argc, argv);
-    const QStringList arguments = application.arguments();
-    const QDir folder(arguments.value(1, QStringLiteral(".")));
-    QPalette palette = QApplication::palette();
-    ApplyColorSet(palette, /*set=*/1, arguments.value(3, QStringLiteral("1.0")).toDouble());
-    QApplication::setPalette(palette);
-    QApplication::setStyle(QStyleFactory::create(arguments.value(2, QStringLiteral("plastique"))));
     QFont font = QApplication::font();
     font.setPointSize(8);
+    return font;
+}
 
+void SaveEveryEditor(const QDir &folder)
+{
     Everything everything;
-    KDockPannel all(nullptr, /*rows=*/6);
-    all.setFont(font);
-    all.SetStructs(&everything);
-    all.resize(900, all.height());
-    all.show();
-    Save(all, folder, QStringLiteral("editors"));
+    KDockPannel dock(nullptr, /*rows=*/6);
+    dock.setFont(PanelFont());
+    dock.SetStructs(&everything);
+    dock.resize(900, dock.height());
+    dock.show();
+    Save(dock, folder, QStringLiteral("editors"));
+    dock.widget(0)->setEnabled(false);
+    Save(dock, folder, QStringLiteral("editors_disabled"));
 
+    // A dock's editors have 200 pixels at most, too few for the four boxes of a transform.
+    T_QtEdit alone(nullptr, everything.GetVar(QStringLiteral("transform"), TV_QTRANSFORM));
+    alone.setFont(PanelFont());
+    alone.show();
+    Save(alone, folder, QStringLiteral("transform_alone"));
+}
+
+/// Tab by tab, and then as it stands without a composition.
+void SaveDocument(const QDir &folder)
+{
     Doc doc;
     KDockPannel dock(nullptr, /*rows=*/2);
-    dock.setFont(font);
+    dock.setFont(PanelFont());
     dock.SetStructs(&doc);
     doc.posX = -1234;
     doc.posY = 100000;
@@ -108,5 +115,23 @@ int main(int argc, char **argv)
         dock.setCurrentIndex(tab);
         Save(dock, folder, QStringLiteral("doc_") + dock.tabText(tab));
     }
+    for (int tab = 0; tab < 4; ++tab)
+        dock.setTabEnabled(tab, false);
+    Save(dock, folder, QStringLiteral("doc_without_composition"));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    const QDir folder(arguments.value(1, QStringLiteral(".")));
+    QPalette palette = QApplication::palette();
+    ApplyColorSet(palette, /*set=*/1, arguments.value(3, QStringLiteral("1.0")).toDouble());
+    QApplication::setPalette(palette);
+    QApplication::setStyle(QStyleFactory::create(arguments.value(2, QStringLiteral("plastique"))));
+    SaveEveryEditor(folder);
+    SaveDocument(folder);
     return 0;
 }

@@ -1,8 +1,10 @@
 #include "T_Types/T_QtEdit.h"
 #include "T_Types/T_QtEditTab.h"
+#include "T_Types/T_Registry.h"
 #include "T_Types/T_Undo.h"
 #include "panel/Doc.h"
 #include "panel/DocMirror.h"
+#include "testing/RepaintCounter.h"
 #include "testing/TestMain.h"
 #include "vnAE/vipLi.h"
 
@@ -88,6 +90,7 @@ private slots:
     void withoutALayerTheMirrorFallsBack();
     void twoRowsFitTheFixedHeight_data();
     void twoRowsFitTheFixedHeight();
+    void theNameAndTheTypeLineUp();
     void updateAllWithNothingChangedRequestsNoRepaint();
 };
 
@@ -192,6 +195,7 @@ void TestDoc::aDocumentIsADocAndAStructureAndNoRegisteredClass()
     QVERIFY(doc.IsExactly(typeid(Doc)));
     QVERIFY(doc.IsStruct());
     QCOMPARE(doc.GetClassName(), QStringLiteral("Doc"));
+    QVERIFY(!T_New(QStringLiteral("Doc")));
 }
 
 void TestDoc::thereIsOneDocument()
@@ -360,32 +364,29 @@ void TestDoc::twoRowsFitTheFixedHeight()
     }
 }
 
+/// On the NewCol tab the label of the combo box stood in the middle, far from that of the name.
+void TestDoc::theNameAndTheTypeLineUp()
+{
+    DockOfDoc shown;
+    shown.dock.resize(830, shown.dock.height());
+    shown.dock.setCurrentIndex(1);
+    QCoreApplication::processEvents();
+    const QLineEdit *name = shown.Inputs<QLineEdit>(&shown.doc.name).value(0);
+    const QComboBox *type = shown.Inputs<QComboBox>(&shown.doc.typeIndex).value(0);
+    QCOMPARE(name->geometry().right(), type->geometry().right());
+    for (const QWidget *input :
+        { static_cast<const QWidget *>(name), static_cast<const QWidget *>(type) }) {
+        const auto *label = input->parentWidget()->findChild<MyLabel *>();
+        QCOMPARE(label->x(), 0);
+        QCOMPARE(label->width(), label->sizeHint().width());
+    }
+}
+
 void TestDoc::updateAllWithNothingChangedRequestsNoRepaint()
 {
     DockOfDoc shown;
     QVERIFY(shown.shown);
-    QApplication::setCursorFlashTime(0); // a blinking cursor paints on its own
-    struct Counter : QObject
-    {
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            count += event->type() == QEvent::Paint || event->type() == QEvent::UpdateRequest
-                || event->type() == QEvent::LayoutRequest;
-            return false;
-        }
-        int Take()
-        {
-            for (int i = 0; i < 5; ++i) {
-                QCoreApplication::sendPostedEvents(nullptr, 0);
-                QCoreApplication::processEvents();
-            }
-            const int taken = count;
-            count = 0;
-            return taken;
-        }
-        int count = 0;
-    } repaints;
-    qApp->installEventFilter(&repaints);
+    testing::RepaintCounter repaints;
     for (int tab = 0; tab < shown.dock.count(); ++tab) {
         shown.dock.setCurrentIndex(tab);
         repaints.Take();

@@ -25,6 +25,8 @@ public:
         library->ReverseColumns = false;
         library->Project = nullptr;
         library->Layer = nullptr;
+        library->EfxKeyBlur = library->EfxKeyFiltre = vipLi::kNoEffect;
+        library->EfxKeyFill = library->EfxKeyOutline = library->EfxKeyTessaly = 0;
         SelectCompo("scene 7");
         library->FindCompo();
         library->SetCurrentColumn(0);

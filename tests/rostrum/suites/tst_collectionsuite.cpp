@@ -27,7 +27,7 @@ void TestCollectionSuite::aCollectionIsOpenUntilItIsDisposedOf()
     item.type = AEGP_CollectionItemType_LAYER;
     item.u.layer.layerH = sheet.LayerH();
     QCOMPARE(suite->AEGP_CollectionPushBack(collection, &item), A_Err_NONE);
-    QVERIFY(sheet.host.Account().contains("collection of 1 layers"));
+    QVERIFY(sheet.host.Account().contains("collection, layers: 1"));
     QCOMPARE(suite->AEGP_DisposeCollection(collection), A_Err_NONE);
     QCOMPARE(sheet.host.OpenHandles(), 1); // the suite
 }
@@ -56,7 +56,7 @@ void TestCollectionSuite::onlyLayersArePushed()
         item.u.layer.layerH = sheet.LayerH();
         QCOMPARE(suite->AEGP_CollectionPushBack(collection, &item), A_Err_PARAMETER);
     }
-    QVERIFY(sheet.host.Account().contains("collection of 0 layers"));
+    QVERIFY(sheet.host.Account().contains("collection, layers: 0"));
     QCOMPARE(suite->AEGP_DisposeCollection(collection), A_Err_NONE);
 }
 

@@ -33,6 +33,8 @@ private slots:
     void bothSeparatorsReachTheFile();
     void footageNotAddedIsOpen();
     void addingItTwiceIsAMisuse();
+    void footageNotAddedCanBeGivenBackOnce();
+    void footageOfTheProjectIsNotGivenBack();
     void footageIsAddedIntoAFolderOnly();
     void addingIsOneEntryAndImportingNone();
     void pathsOfEachFileAreTexts();
@@ -167,6 +169,49 @@ void TestFootageSuite::addingItTwiceIsAMisuse()
     QCOMPARE(suite->AEGP_AddFootageToProject(footage, root, &item), A_Err_PARAMETER);
     QCOMPARE(sheet.host.TakeComplaints().size(), 2);
     QCOMPARE(sheet.host.GetProject().ItemCount(), items);
+}
+
+void TestFootageSuite::footageNotAddedCanBeGivenBackOnce()
+{
+    SheetFixture sheet;
+    const Suite<AEGP_FootageSuite5> suite;
+    AEGP_FootageH footage = nullptr;
+    QCOMPARE(Import(WriteSeries(folder->path(), QStringLiteral("run"), 3, 2), &kSeries, &footage),
+        A_Err_NONE);
+    QCOMPARE(suite->AEGP_DisposeFootage(footage), A_Err_NONE);
+    QCOMPARE(sheet.host.OpenHandles(), 1); // the suite
+    QCOMPARE(suite->AEGP_DisposeFootage(footage), kErrBadHandle);
+    QCOMPARE(sheet.host.TakeComplaints(),
+        QByteArrayList{ "AEGP_DisposeFootage: footage 0 was given back already" });
+    RefusesBadHandles(sheet.host, sheet.host.ItemFootageHandle(/*item=*/999),
+        [&](AEGP_FootageH h) { return suite->AEGP_DisposeFootage(h); });
+    QCOMPARE(sheet.UndoNames(), QVector<QByteArray>());
+}
+
+void TestFootageSuite::footageOfTheProjectIsNotGivenBack()
+{
+    SheetFixture sheet;
+    const Suite<AEGP_FootageSuite5> suite;
+    AEGP_FootageH added = nullptr;
+    AEGP_ItemH item = nullptr;
+    QCOMPARE(Import(WriteSeries(folder->path(), QStringLiteral("run"), 3, 2), &kSeries, &added),
+        A_Err_NONE);
+    QCOMPARE(suite->AEGP_AddFootageToProject(
+                 added, sheet.host.ItemHandle(sheet.host.GetProject().RootFolder()), &item),
+        A_Err_NONE);
+    AEGP_FootageH ofItem = nullptr;
+    QCOMPARE(suite->AEGP_GetMainFootageFromItem(item, &ofItem), A_Err_NONE);
+    const int items = sheet.host.GetProject().ItemCount();
+    for (const AEGP_FootageH footage : { added, ofItem }) {
+        QCOMPARE(suite->AEGP_DisposeFootage(footage), A_Err_PARAMETER);
+        QCOMPARE(sheet.host.TakeComplaints(),
+            QByteArrayList{ "AEGP_DisposeFootage: the footage belongs to the project" });
+    }
+    QCOMPARE(sheet.host.GetProject().ItemCount(), items);
+    A_long files = 0;
+    A_long filesPerFrame = 0;
+    QCOMPARE(suite->AEGP_GetFootageNumFiles(added, &files, &filesPerFrame), A_Err_NONE);
+    QCOMPARE(files, 2);
 }
 
 void TestFootageSuite::footageIsAddedIntoAFolderOnly()

@@ -112,7 +112,7 @@ void TestHost::whatIsLeftOpenIsToldAtTheEnd()
     QCOMPARE(memories->AEGP_LockMemHandle(memory, &address), A_Err_NONE);
     QCOMPARE(utility->AEGP_StartUndoGroup("group"), A_Err_NONE);
     ExpectAtEnd({ "left open: stream 7 of " + layer, "left open: value of stream 0",
-        "left open: collection of 0 layers", "left open: memory of 520 bytes \"path\", 1 locks",
+        "left open: collection, layers: 0", "left open: memory of 520 bytes \"path\", locks: 1",
         "left open: undo group" });
 }
 

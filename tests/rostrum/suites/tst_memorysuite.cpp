@@ -76,7 +76,7 @@ void TestMemorySuite::locksNestAndGiveOneAddress()
     QCOMPARE(suite->AEGP_LockMemHandle(memory, &first), A_Err_NONE);
     QCOMPARE(suite->AEGP_LockMemHandle(memory, &second), A_Err_NONE);
     QCOMPARE(first, second);
-    QVERIFY(sheet.host.Account().contains("memory of 8 bytes \"nested\", 2 locks"));
+    QVERIFY(sheet.host.Account().contains("memory of 8 bytes \"nested\", locks: 2"));
     QCOMPARE(suite->AEGP_UnlockMemHandle(memory), A_Err_NONE);
     QCOMPARE(suite->AEGP_UnlockMemHandle(memory), A_Err_NONE);
     QCOMPARE(suite->AEGP_FreeMemHandle(memory), A_Err_NONE);

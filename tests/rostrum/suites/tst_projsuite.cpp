@@ -15,6 +15,7 @@ private slots:
     void nullArgumentsAreMisuses();
     void badHandlesAreErrors();
     void aProjectThatWasReplacedIsGone();
+    void layersAreFoundAfterAnyNumberOfProjects();
 };
 
 void TestProjSuite::theOneProjectHasTheIndexZero()
@@ -114,6 +115,19 @@ void TestProjSuite::aProjectThatWasReplacedIsGone()
     QCOMPARE(layers->AEGP_GetLayerIndex(sheet.LayerH(), &index), A_Err_NONE);
     QCOMPARE(index, 0);
     QVERIFY(layer != sheet.LayerH());
+}
+
+void TestProjSuite::layersAreFoundAfterAnyNumberOfProjects()
+{
+    SheetFixture sheet;
+    const Suite<AEGP_LayerSuite4> layers;
+    const Project same = sheet.host.GetProject();
+    for (int i = 0; i < 4200; ++i) { // more than a handle has room to tell apart
+        A_long index = -5;
+        QCOMPARE(layers->AEGP_GetLayerIndex(sheet.LayerH(), &index), A_Err_NONE);
+        QCOMPARE(index, 0);
+        sheet.host.GetDocument().Replace(same);
+    }
 }
 
 VN_HOST_TEST_MAIN(TestProjSuite)

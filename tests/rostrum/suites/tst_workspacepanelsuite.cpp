@@ -61,6 +61,8 @@ void TestWorkspacePanelSuite::thePanelIsMadeWhenItIsFirstShown()
     QCOMPARE(plugin.container, reinterpret_cast<AEGP_PlatformViewRef>(quintptr(1001)));
     QCOMPARE(StateOf("fake panel"), QByteArray("shown front"));
     QVERIFY(sheet.host.Driver().IsPanelMade("fake panel"));
+    QVERIFY(sheet.host.Driver().IsBackgroundPainted("fake panel"));
+    QVERIFY(!sheet.host.Driver().IsBackgroundPainted("nobody's"));
     QVERIFY(plugin.refconsRight);
 }
 
