@@ -30,8 +30,8 @@ namespace {
 const int kFrames = 6;
 const QByteArrayList kOpenGroup{ "undo group" }; // in the words of the host's account
 
-/// The cells are those of columns 0 and 1; column 3 is a series, too, and the library's current
-/// layer behind each rebuild.
+/// The operations work on columns 0 and 1; column 3 is a series, too, so that a cell may get there
+/// by mistake.
 SheetPlan Columns()
 {
     const QString psd = QStringLiteral("psd");
@@ -112,6 +112,7 @@ public:
         Select(1, 3, 1, 5);
         grid.OnCopy(); // for Paste: 2, 5, 5
         Select(operation.left, operation.top, operation.right, operation.bottom);
+        GetVipLi()->SetCurrentColumn(3); // as behind a rebuild
         vnLog::Instance()->Clear();
         host.Faults().Clear();
         before = Doc().GetProject();
