@@ -163,7 +163,7 @@ public:
 
     /// One footage item for a file or its series: the one that the project has, else a new one in
     /// the root folder. For a series the blank image number zero is written beside it first, when
-    /// it has none. ImportMessage takes the last word. A movie, swf or mov, is one file in any case.
+    /// it has none. ImportMessage takes the last word. A movie, swf or mov, comes in as one file.
     /// @param kind kSequence or kFixe @param path UTF-8, for a series of any of its files or its
     /// root alone @param item null unless a footage was found or added; a failure behind the adding
     /// leaves it in the project and here @param makeZero write the blank image [host] [undo]

@@ -51,8 +51,9 @@ bool vipLi::AddSequenceColumn(const QByteArray &path)
     SetCompoDuration(frames);
     if (!SetLayerInOut(0, frames - 1))
         return false;
-    // A stream that reads image 0 at frame 0 gets no key from the first clearing. The write of image 1
-    // makes that key, and the second clearing sets it to 0. What fails in these three is not told.
+    // A stream that reads image 0 at frame 0 gets no key from the first clearing. The write of image
+    // 1 makes that key, and the second clearing sets it to 0. A failure of these three is the log's
+    // alone.
     ClearCells(0);
     SetCellImage(0, 1);
     ClearCells(0);
@@ -74,8 +75,8 @@ bool vipLi::MoveLayer(AEGP_LayerH layer, qint32 places)
         return false;
     if ((index < 1 && places < 0) || (index >= count - 1 && places >= 1))
         return false;
-    // Behind a move of more than one place there may be no such index, which is the host's to answer;
-    // -1 is its word for the bottom. The panel moves by one.
+    // Behind a move of more than one place there may be no such index, which is the host's to
+    // answer; -1 is its word for the bottom. The panel moves by one.
     const qint32 target = ToWhole(double(index) + places);
     return !VN_HOST_FAILED(layers->AEGP_ReorderLayer(layer, target));
 }
