@@ -237,6 +237,11 @@ private:
     bool NewFootageItem(SuiteHandler &suites, const QByteArray &file, bool isSeries,
         AEGP_ItemH folder, AEGP_ItemH &item);
 
+    /// Opens a stream of Layer for one use, which answers for the whole. @return false, with its log
+    /// line, when the stream cannot be had
+    template <class Use>
+    bool WithStream(qint32 streamNumber, Use use);
+
     struct EfxParam
     {
         qint32 installedKey;

@@ -185,67 +185,61 @@ void vipLi::ClearCells(qint32 image)
     }
 }
 
-bool vipLi::AddKey(qint32 streamNumber, qint32 frame)
+template <class Use>
+bool vipLi::WithStream(qint32 streamNumber, Use use)
 {
     if (!Layer)
         return false;
     SuiteHandler suites(BasicSuite);
     const LayerStream stream(suites, PluginId, Layer, streamNumber);
-    if (VN_HOST_FAILED(stream.Error()))
-        return false;
-    const A_Time time = FrameTime(frame);
-    AEGP_KeyframeIndex inserted = -1;
-    return !VN_HOST_FAILED(suites.Keyframe3()->AEGP_InsertKeyframe(
-        stream.Handle(), AEGP_LTimeMode_CompTime, &time, &inserted));
+    return !VN_HOST_FAILED(stream.Error()) && use(suites, stream.Handle());
+}
+
+bool vipLi::AddKey(qint32 streamNumber, qint32 frame)
+{
+    return WithStream(streamNumber, [&](SuiteHandler &suites, AEGP_StreamRefH stream) {
+        const A_Time time = FrameTime(frame);
+        AEGP_KeyframeIndex inserted = -1;
+        return !VN_HOST_FAILED(suites.Keyframe3()->AEGP_InsertKeyframe(
+            stream, AEGP_LTimeMode_CompTime, &time, &inserted));
+    });
 }
 
 bool vipLi::DeleteKey(qint32 streamNumber, qint32 frame)
 {
-    if (!Layer)
-        return false;
-    SuiteHandler suites(BasicSuite);
-    const LayerStream stream(suites, PluginId, Layer, streamNumber);
-    if (VN_HOST_FAILED(stream.Error()))
-        return false;
-    qint32 at, before, after;
-    FindKeys(suites, stream.Handle(), frame, at, before, after);
-    return at < 0 || !VN_HOST_FAILED(suites.Keyframe3()->AEGP_DeleteKeyframe(stream.Handle(), at));
+    return WithStream(streamNumber, [&](SuiteHandler &suites, AEGP_StreamRefH stream) {
+        qint32 at, before, after;
+        FindKeys(suites, stream, frame, at, before, after);
+        return at < 0 || !VN_HOST_FAILED(suites.Keyframe3()->AEGP_DeleteKeyframe(stream, at));
+    });
 }
 
 bool vipLi::HasKey(qint32 streamNumber, qint32 frame)
 {
-    if (!Layer)
-        return false;
-    SuiteHandler suites(BasicSuite);
-    const LayerStream stream(suites, PluginId, Layer, streamNumber);
-    if (VN_HOST_FAILED(stream.Error()))
-        return false;
-    qint32 at, before, after;
-    FindKeys(suites, stream.Handle(), frame, at, before, after);
-    return at >= 0;
+    return WithStream(streamNumber, [&](SuiteHandler &suites, AEGP_StreamRefH stream) {
+        qint32 at, before, after;
+        FindKeys(suites, stream, frame, at, before, after);
+        return at >= 0;
+    });
 }
 
 bool vipLi::MarkStreamKeys(qint32 streamNumber, quint8 mark)
 {
-    if (!Layer)
-        return false;
-    SuiteHandler suites(BasicSuite);
-    const LayerStream stream(suites, PluginId, Layer, streamNumber);
-    if (VN_HOST_FAILED(stream.Error()))
-        return false;
-    A_long count = 0;
-    if (VN_HOST_FAILED(suites.Keyframe3()->AEGP_GetStreamNumKFs(stream.Handle(), &count)))
-        return false;
-    for (qint32 key = 0; key < count; ++key) {
-        A_Time time{ 0, 1 };
-        if (VN_HOST_FAILED(suites.Keyframe3()->AEGP_GetKeyframeTime(
-                stream.Handle(), key, AEGP_LTimeMode_CompTime, &time)))
+    return WithStream(streamNumber, [&](SuiteHandler &suites, AEGP_StreamRefH stream) {
+        A_long count = 0;
+        if (VN_HOST_FAILED(suites.Keyframe3()->AEGP_GetStreamNumKFs(stream, &count)))
             return false;
-        const qint32 frame = TimeToFrame(time);
-        if (frame >= 0 && frame < kKeyMarkFrames) // the sheet has no row for any other
-            KeyMarks[frame] |= mark;
-    }
-    return true;
+        for (qint32 key = 0; key < count; ++key) {
+            A_Time time{ 0, 1 };
+            if (VN_HOST_FAILED(suites.Keyframe3()->AEGP_GetKeyframeTime(
+                    stream, key, AEGP_LTimeMode_CompTime, &time)))
+                return false;
+            const qint32 frame = TimeToFrame(time);
+            if (frame >= 0 && frame < kKeyMarkFrames) // the sheet has no row for any other
+                KeyMarks[frame] |= mark;
+        }
+        return true;
+    });
 }
 
 bool vipLi::UpdateKeyMarks()
