@@ -44,6 +44,7 @@ struct Layer : QSharedData
     ItemId source = 0; // none for a camera, a light or a text
     QByteArray name; // UTF-8; empty when the user gave none
     LayerId parent = 0; // in the same composition
+    qint8 label = 0; // 0 none, 1 to 16; the timeline's own, the sheet shows that of the source
     Time inPoint;
     Time duration;
     Time offset;

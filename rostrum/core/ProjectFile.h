@@ -7,8 +7,8 @@
 //       composition  size, rate, duration, background: [red, green, blue], layers: topmost first
 //       footage      folder: relative to the project file, files, numbers, series, size, rate
 //       solid        size, color
-//     layer   id, kind (source, camera, light, text), source, name, parent, in, duration, offset,
-//             anchorPoint, position, scale, rotation, opacity, timeRemap, effects
+//     layer   id, kind (source, camera, light, text), source, name, parent, label, in, duration,
+//             offset, anchorPoint, position, scale, rotation, opacity, timeRemap, effects
 //     effect  id, effect: the match name, params
 //     stream  value: [four numbers], keys, left out where there are none, each
 //             [time's value, time's scale, in, out, four numbers]

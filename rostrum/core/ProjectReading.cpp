@@ -274,6 +274,7 @@ Layer ProjectReader::ReadLayer(const JsonReader &from)
     layer.source = from.At("source").Whole32(0);
     layer.name = ReadName(from.At("name"));
     layer.parent = from.At("parent").Whole32(0);
+    layer.label = static_cast<qint8>(from.At("label").Whole(0, kHighestLabel));
     layer.inPoint = ReadTime(from.At("in"));
     layer.duration = ReadTime(from.At("duration"));
     layer.offset = ReadTime(from.At("offset"));

@@ -79,6 +79,7 @@ QJsonObject Written(const Layer &layer)
         { QStringLiteral("source"), layer.source },
         { QStringLiteral("name"), WrittenName(layer.name) },
         { QStringLiteral("parent"), layer.parent },
+        { QStringLiteral("label"), layer.label },
         { QStringLiteral("in"), Written(layer.inPoint) },
         { QStringLiteral("duration"), Written(layer.duration) },
         { QStringLiteral("offset"), Written(layer.offset) },

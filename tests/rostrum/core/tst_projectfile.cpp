@@ -86,6 +86,7 @@ Project MakeProject(const QString &drawings)
         project.ApplyEffect(scene, drawn, effect.key);
     Layer *layer = project.EditLayer(scene, drawn);
     Fill(layer);
+    layer->label = 7;
     layer->effects[1].params[2].InsertKey(Time{ 2, 25 }, { -12.5, 0, 0, 0 });
     layer->effects[3].params[0].SetConstant({ 7, 0, 0, 0 });
     return project;
@@ -467,6 +468,8 @@ void TestProjectFile::damageIsToldWithItsPlace_data()
         "items[7].layers[3].source: the layer cannot show item 2");
     row("a text with a source", "items[7].layers[0].source", 4,
         "items[7].layers[0].source: the layer cannot show item 4");
+    row("a layer's label beyond the last", "items[7].layers[3].label", 17,
+        "items[7].layers[3].label: it is no whole number");
     row("a parent that is not there", "items[7].layers[3].parent", 4,
         "items[7].layers[3].parent: there is no layer 4");
     row("a stream that is none", "items[7].layers[3].rotation", 4,

@@ -44,7 +44,8 @@ QByteArray LayerText(int id, int source, int parent = 0)
 {
     QByteArray text = "{\"id\":" + QByteArray::number(id) + ",\"kind\":\"source\",\"source\":"
         + QByteArray::number(source) + ",\"parent\":" + QByteArray::number(parent)
-        + ",\"name\":\"\",\"in\":[0,1],\"duration\":[9,25],\"offset\":[0,1],\"effects\":[]";
+        + ",\"name\":\"\",\"label\":0,\"in\":[0,1],\"duration\":[9,25],\"offset\":[0,1],"
+          "\"effects\":[]";
     for (const char *stream :
         { "anchorPoint", "position", "scale", "rotation", "opacity", "timeRemap" })
         text += QByteArray(",\"") + stream + "\":{\"value\":[0,0,0,0]}";
