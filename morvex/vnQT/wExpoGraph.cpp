@@ -24,14 +24,15 @@ constexpr double kRadiusX = 10.0; // scene units, of a box's corners
 constexpr double kRadiusY = 8.0;
 constexpr int kNameMargin = 3; // scene units at either side of a name that is cut
 
-QPointF TopCentre(const QRect &box)
+/// The middle of an odd width is cut to a whole number.
+QPoint TopCentre(const QRect &box)
 {
-    return QPointF(box.x() + box.width() / 2, box.y());
+    return QPoint(box.x() + box.width() / 2, box.y());
 }
 
-QPointF BottomCentre(const QRect &box)
+QPoint BottomCentre(const QRect &box)
 {
-    return QPointF(box.x() + box.width() / 2, box.y() + box.height());
+    return QPoint(box.x() + box.width() / 2, box.y() + box.height());
 }
 
 /// The nearest whole point; far out, where the view is very small, the last one that there is.
