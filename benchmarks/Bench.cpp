@@ -60,14 +60,20 @@ double MedianTime(int rounds, const std::function<void()> &work)
 }
 
 Figure Compare(const QString &name, double goal, int rounds, const std::function<void()> &ours,
-    const std::function<void()> &floor)
+    const std::function<void()> &floor, const std::function<void()> &between)
 {
-    ours();
-    floor();
+    const auto measured = [&](const std::function<void()> &work) {
+        const double time = Once(work);
+        if (between)
+            between();
+        return time;
+    };
+    measured(ours); // the first round warms up
+    measured(floor);
     QVector<double> oursTimes, floorTimes;
     for (int i = 0; i < rounds; ++i) {
-        oursTimes << Once(ours);
-        floorTimes << Once(floor);
+        oursTimes << measured(ours);
+        floorTimes << measured(floor);
     }
     Figure figure;
     figure.name = name;

@@ -42,8 +42,9 @@ double Once(const std::function<void()> &work);
 double MedianTime(int rounds, const std::function<void()> &work);
 
 /// Ours and the floor in turn, the median of each. @param goal see Figure
+/// @param between runs behind each call and is not measured
 Figure Compare(const QString &name, double goal, int rounds, const std::function<void()> &ours,
-    const std::function<void()> &floor);
+    const std::function<void()> &floor, const std::function<void()> &between = {});
 
 /// Runs the group of this name, or all; prints a line a figure: name, ours, floor, ratio, goal, and
 /// "ok" or "short". @return the program's exit status: 1 when a goal is missed, 2 for an unknown

@@ -1,6 +1,7 @@
 // The exposure sheet as a widget, without a host: what a rebuild costs, and what a command, a typed
 // cell and a move of the current cell cost beside it.
 #include "bench/Bench.h"
+#include "bench/TraceOff.h"
 
 #include "memorygrid/MemoryGrid.h"
 
@@ -8,11 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 
-#include <algorithm>
-#include <chrono>
-#include <functional>
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -24,21 +21,6 @@ int Drawing(int col, int row)
 {
     return 1 + (row / 3 + col) % 24; // on threes
 }
-
-/// The trace lines of a rebuild would be measured with it, and clutter the figures.
-void SwallowTrace(QtMsgType, const QMessageLogContext &, const QString &) { }
-
-class TraceOff
-{
-public:
-    TraceOff() : before(qInstallMessageHandler(SwallowTrace)) { }
-    ~TraceOff() { qInstallMessageHandler(before); }
-    TraceOff(const TraceOff &) = delete;
-    TraceOff &operator=(const TraceOff &) = delete;
-
-private:
-    QtMessageHandler before;
-};
 
 std::unique_ptr<MemoryGrid> FullSheet()
 {
@@ -87,21 +69,6 @@ void Key(QWidget *widget, int key, const QString &text = QString(),
     QApplication::sendEvent(widget, &press);
 }
 
-double Microseconds(const std::function<void()> &work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    const std::chrono::duration<double, std::micro> taken
-        = std::chrono::steady_clock::now() - start;
-    return taken.count();
-}
-
-double Median(std::vector<double> times)
-{
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
 /// From the key that opens the editor to the table that shows the cell; the painting, which the
 /// change of focus makes one of the whole window, comes after it and is not counted.
 void TypeCell(MemoryGrid &grid)
@@ -121,28 +88,9 @@ void Settle()
     QApplication::processEvents();
 }
 
-/// bench::Compare with something between the two that is not measured.
-bench::Figure Compare(const QString &name, double goal, const std::function<void()> &ours,
-    const std::function<void()> &floor, const std::function<void()> &between)
-{
-    std::vector<double> oursTimes, floorTimes;
-    for (int round = 0; round <= kRounds; ++round) {
-        oursTimes.push_back(Microseconds(ours));
-        between();
-        floorTimes.push_back(Microseconds(floor));
-        between();
-    }
-    bench::Figure figure;
-    figure.name = name;
-    figure.ours = Median(oursTimes);
-    figure.floor = Median(floorTimes);
-    figure.goal = goal;
-    return figure;
-}
-
 bench::Figures MeasureGrid()
 {
-    const TraceOff traceOff;
+    const bench::TraceOff traceOff;
     const std::unique_ptr<MemoryGrid> grid = FullSheet();
     const auto rebuild = [&] { grid->RefreshGrid(); };
     const auto rebuildAndPaint = [&] {
@@ -152,12 +100,12 @@ bench::Figures MeasureGrid()
 
     bench::Figures figures;
     std::unique_ptr<QTableWidget> bare; // its end is not measured
-    figures << Compare(
-        QStringLiteral("rebuild, nothing changed, over a bare fill"), 0.5, rebuild,
+    figures << bench::Compare(
+        QStringLiteral("rebuild, nothing changed, over a bare fill"), 0.5, kRounds, rebuild,
         [&] { bare = FillBareTable(); }, [&] { bare.reset(); });
-    figures << Compare(
-        QStringLiteral("a typed cell over a rebuild"), 1.5, [&] { TypeCell(*grid); }, rebuild,
-        Settle);
+    figures << bench::Compare(
+        QStringLiteral("a typed cell over a rebuild"), 1.5, kRounds, [&] { TypeCell(*grid); },
+        rebuild, Settle);
 
     int step = 0;
     figures << bench::Compare(

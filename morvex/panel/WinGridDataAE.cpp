@@ -116,14 +116,15 @@ void WinGridDataAE::ReadColumn(int col)
 
 void WinGridDataAE::ReadCells(int col)
 {
-    const int frames = qMin(GetVipLi()->GetCurrentCompoDuration(), nbl);
+    vipLi *library = GetVipLi();
+    const Column &column = columns[col];
+    const int frames = qMin(library->GetCurrentCompoDuration(), nbl);
     for (int row = 0; row < frames; ++row) {
         qint32 image = 0;
-        GetVipLi()->GetCellImage(row, image); // unchecked: a column that cannot be read is empty
-        char text[16] = "";
-        if (image != 0)
-            std::snprintf(text, sizeof text, "%d", image);
-        SetCellFromText(col, row, text, /*push=*/false);
+        library->GetCellImage(row, image); // unchecked: a column that cannot be read is empty
+        // What SetCellFromText makes of the number's text, without the text.
+        if (column.kind == kSequence)
+            StoreCell(col, row, ShownNumber(column, image));
     }
 }
 

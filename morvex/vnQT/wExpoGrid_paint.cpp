@@ -174,7 +174,9 @@ void WExpoGrid::RebuildColumn(int col, int rows)
         }
         auto *cell = new SheetItem(text);
         PaintItem(cell, mode, key); // before the table has it and repaints for each change
+        const QSignalBlocker silent(model()); // 75,000 notices of the model, for one repaint
         setItem(row, col, cell);
+        viewport()->update();
     }
 }
 
