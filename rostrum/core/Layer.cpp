@@ -59,10 +59,10 @@ double Layer::SourceSeconds(const Time &compTime, int *keyHint) const
 bool operator==(const Layer &a, const Layer &b)
 {
     return a.id == b.id && a.kind == b.kind && a.source == b.source && a.name == b.name
-        && a.parent == b.parent && a.label == b.label && a.inPoint == b.inPoint && a.duration == b.duration
-        && a.offset == b.offset && a.anchorPoint == b.anchorPoint && a.position == b.position
-        && a.scale == b.scale && a.rotation == b.rotation && a.opacity == b.opacity
-        && a.timeRemap == b.timeRemap && a.effects == b.effects;
+        && a.parent == b.parent && a.label == b.label && a.inPoint == b.inPoint
+        && a.duration == b.duration && a.offset == b.offset && a.anchorPoint == b.anchorPoint
+        && a.position == b.position && a.scale == b.scale && a.rotation == b.rotation
+        && a.opacity == b.opacity && a.timeRemap == b.timeRemap && a.effects == b.effects;
 }
 
 } // namespace rostrum
