@@ -78,8 +78,9 @@ QPoint WinGraphDataAE::GetNodePos(NodeHandle node)
     if (!IsLayer(node))
         return QPoint(0, 0);
     const AEGP_LayerH layer = LayerOf(node);
-    return QPoint(GetVipLi()->GetLayerIndex(layer) * GetDoc()->colWidth,
-        -Depth(layer) * (nodeHeight + kLevelGap));
+    const int x = GetVipLi()->GetLayerIndex(layer) * GetDoc()->colWidth;
+    const int y = -Depth(layer) * (nodeHeight + kLevelGap);
+    return QPoint(x, y);
 }
 
 /// The host refuses parenting in a circle; should one come about, the walk ends where it began to
