@@ -84,7 +84,9 @@ function(vn_fuzzer name)
   cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
   if(VN_SANITIZE)
     add_test(NAME fuzz_${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/fuzz ${name} 60)
-    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 1800) # the build counts too
+    set_tests_properties(fuzz_${name} PROPERTIES
+      TIMEOUT 1800 # the build counts too
+      RESOURCE_LOCK fuzz_build) # which they share
   endif()
   if(NOT VN_FUZZ)
     return()
