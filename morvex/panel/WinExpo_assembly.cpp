@@ -26,6 +26,9 @@ namespace {
 
 constexpr int kFontSize = 8; // points
 constexpr int kDashboardRows = 2; // of editors in a column
+// Shares of the height. In a tall panel the graph's root is seen; the sheet always has the most.
+constexpr int kGraphShare = 10000;
+constexpr int kGridShare = 20000;
 constexpr AEGP_FlyoutMenuCmdID kShowGraphCommand = 30;
 constexpr AEGP_FlyoutMenuCmdID kShowGridCommand = 31;
 
@@ -77,6 +80,8 @@ WinExpo::WinExpo(SPBasicSuite *basicSuite, AEGP_PluginID pluginId, AEGP_PanelH p
     AddDock(splitter);
     AddGraph(splitter);
     AddGrid(splitter);
+    splitter->setMinimumHeight(1); // a low container cuts the sheet, not the dashboard above it
+    splitter->setSizes({ kGraphShare, kGridShare });
     splitter->show(); // what is in it shows by the flyout alone
 
     connect(dock, &KDockPannel::SignalValueChanged, this, &WinExpo::OnSpinChanged);

@@ -53,7 +53,8 @@ void SaveAll(int set, const QDir &folder, const QString &name)
     Save(shown, folder, name + QStringLiteral("_empty"));
     shown.Poll();
     shown.ClickCell(2, 9);
-    for (const QSize &size : { QSize(861, 134), QSize(620, 500), QSize(1400, 900) }) {
+    for (const QSize &size :
+        { QSize(861, 134), QSize(200, 400), QSize(620, 500), QSize(1400, 900), QSize(861, 300) }) {
         shown.container->resize(size);
         PanelFixture::Settle();
         QCoreApplication::processEvents();
