@@ -192,6 +192,9 @@ public:
     /// Aligns each footage layer: left edges on the composition's left, bottoms on its bottom.
     /// After a host error Layer stays at the layer that it had come to. [host] [undo]
     bool CenterFootageLayers();
+    /// Takes the sheet from a file of another program's. No such file can be read yet.
+    /// @param filter the names that are offered where the path is empty @return false
+    bool LoadExpo(const QByteArray &path, const char *filter);
 
     // The plug-in object sets these two at load.
     const SPBasicSuite *BasicSuite = nullptr;
