@@ -57,6 +57,15 @@ endfunction()
 # vn_test(NAME SOURCES ... LINKS ...): a Qt Test program, run without a display. NAME.cpp is taken
 # when no SOURCES are given.
 function(vn_test name)
+  vn_test_program(${name} "" offscreen ${ARGN})
+endfunction()
+
+# vn_display_test(NAME ...): the same, in real windows with real focus, on a display of its own.
+function(vn_display_test name)
+  vn_test_program(${name} ${CMAKE_SOURCE_DIR}/tools/with_display xcb ${ARGN})
+endfunction()
+
+function(vn_test_program name launcher platform)
   cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINKS;ENVIRONMENT" ${ARGN})
   if(NOT arg_SOURCES)
     set(arg_SOURCES ${name}.cpp)
@@ -67,9 +76,9 @@ function(vn_test name)
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} vn_test_support vn_options)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  add_test(NAME ${name} COMMAND ${name})
+  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
   set(environment
-    QT_QPA_PLATFORM=offscreen
+    QT_QPA_PLATFORM=${platform}
     XDG_RUNTIME_DIR=${VN_RUNTIME_FOLDER}
     LC_ALL=C.UTF-8
     LSAN_OPTIONS=suppressions='${CMAKE_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0
@@ -84,7 +93,9 @@ function(vn_fuzzer name)
   cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
   if(VN_SANITIZE)
     add_test(NAME fuzz_${name} COMMAND ${CMAKE_SOURCE_DIR}/tools/fuzz ${name} 60)
-    set_tests_properties(fuzz_${name} PROPERTIES TIMEOUT 1800) # the build counts too
+    set_tests_properties(fuzz_${name} PROPERTIES
+      TIMEOUT 1800 # the build counts too
+      RESOURCE_LOCK fuzz_build) # which they share
   endif()
   if(NOT VN_FUZZ)
     return()
