@@ -3,6 +3,7 @@
 #include "app/Check.h"
 #include "app/CheckWalk.h"
 #include "app/RenderCommand.h"
+#include "app/Terminal.h"
 
 #include <QStringList>
 
@@ -89,9 +90,8 @@ int RunCheckCommand(const QString &command, const QStringList &words, int argc, 
 
 int RunCommandLine(int argc, char **argv)
 {
-    QStringList words;
-    for (int i = 1; i < argc; ++i)
-        words << QString::fromLocal8Bit(argv[i]);
+    PrepareTerminal();
+    QStringList words = CommandWords(argc, argv).mid(1);
     if (words.isEmpty())
         return NotUnderstood(QStringLiteral("a command is wanted"));
 
