@@ -3,6 +3,7 @@
 #include "app/Check.h"
 #include "app/CheckWalk.h"
 #include "app/RenderCommand.h"
+#include "app/Terminal.h"
 #include "app/WindowCommand.h"
 
 #include <QStringList>
@@ -88,9 +89,8 @@ int RunCheckCommand(const QString &command, const QStringList &words, int argc, 
 
 int RunCommandLine(int argc, char **argv)
 {
-    QStringList words;
-    for (int i = 1; i < argc; ++i)
-        words << QString::fromLocal8Bit(argv[i]);
+    PrepareTerminal();
+    QStringList words = CommandWords(argc, argv).mid(1);
     if (words.value(0) == QLatin1String("render"))
         return RunRender(words.mid(1)); // it needs no display, and may have none
     if (OpensWindow(words))
