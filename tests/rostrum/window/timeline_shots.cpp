@@ -30,8 +30,8 @@ void SetLook()
 }
 
 /// Hold keys of the time remap: pairs of a frame and an image.
-void HoldImages(Project &project, ItemId composition, LayerId layer,
-    const QVector<QPair<int, int>> &images)
+void HoldImages(
+    Project &project, ItemId composition, LayerId layer, const QVector<QPair<int, int>> &images)
 {
     Stream &remap = project.EditLayer(composition, layer)->timeRemap;
     for (const auto &[frame, image] : images) {
