@@ -94,6 +94,7 @@ int RunWindow(const QStringList &arguments, int argc, char **argv)
     host.effectLanguage = words.effectNames;
     MainWindow window(host, Places::OfUser());
     window.LoadPlugins(FindPlugins(PluginFolders()) + words.plugins); // unchecked: it tells
+    QObject::connect(&window, &MainWindow::Closed, &application, &QApplication::quit);
     window.Start();
     if (!words.project.isEmpty())
         QTimer::singleShot(0, &window, [&] { window.Open(words.project); }); // over the window

@@ -243,7 +243,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
     }
     closed = true;
     event->accept();
-    QApplication::quit(); // also with a panel afloat
+    emit Closed();
 }
 
 void MainWindow::changeEvent(QEvent *event)

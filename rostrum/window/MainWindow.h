@@ -57,6 +57,10 @@ public:
     ProjectFiles &Files() { return files; }
     PanelDocks &Panels() { return *panels; }
 
+signals:
+    /// The end of the program, also with a panel afloat.
+    void Closed();
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;

@@ -9,8 +9,7 @@ TimelineBoard::TimelineBoard(Session &session, QObject *parent) : QObject(parent
     connect(&session, &Session::ProjectChanged, this, &TimelineBoard::OnProjectChanged);
     connect(&session, &Session::ActiveItemChanged, this, &TimelineBoard::OnCompositionChanged);
     connect(&session, &Session::SelectionChanged, this, &TimelineBoard::OnSelectionChanged);
-    shownComp = Comp();
-    shownProject = session.GetDocument().ReplaceCount();
+    shown = Place();
     OnSelectionChanged();
     Rebuild();
 }
@@ -132,13 +131,7 @@ void TimelineBoard::Do(const QByteArray &name, const Edit &edit)
 
 void TimelineBoard::OnProjectChanged()
 {
-    if (shownProject != session.GetDocument().ReplaceCount()) {
-        shownProject = session.GetDocument().ReplaceCount();
-        unfolded.clear(); // their ids may name other layers now
-        keys.clear();
-        anchor = 0;
-        Cancel();
-    }
+    OnCompositionChanged();
     DropGoneKeys();
     if (preview)
         Preview(Edit(previewEdit)); // a copy: the call sets it
@@ -148,9 +141,11 @@ void TimelineBoard::OnProjectChanged()
 
 void TimelineBoard::OnCompositionChanged()
 {
-    if (shownComp == Comp())
+    if (shown == Place())
         return;
-    shownComp = Comp();
+    if (shown.project != Place().project)
+        unfolded.clear(); // their ids may name other layers now
+    shown = Place();
     keys.clear();
     anchor = 0;
     Cancel();

@@ -19,6 +19,21 @@
 
 namespace rostrum {
 
+/// What a drag or an editor belongs to: ids mean nothing in another project.
+struct BoardPlace
+{
+    ItemId composition = 0;
+    int project = -1; // how many projects were opened before
+};
+inline bool operator==(const BoardPlace &a, const BoardPlace &b)
+{
+    return a.composition == b.composition && a.project == b.project;
+}
+inline bool operator!=(const BoardPlace &a, const BoardPlace &b)
+{
+    return !(a == b);
+}
+
 class TimelineBoard : public QObject
 {
     Q_OBJECT
@@ -31,6 +46,7 @@ public:
     Session &GetSession() { return session; }
     const Session &GetSession() const { return session; }
     ItemId Comp() const { return session.ActiveCompositionId(); }
+    BoardPlace Place() const { return { Comp(), session.GetDocument().ReplaceCount() }; }
     /// The project as it is shown: with the change under way, if there is one.
     const Project &Shown() const { return preview ? *preview : session.GetProject(); }
     /// As it is shown; null without one.
@@ -96,8 +112,7 @@ private:
     KeyIds keys;
     std::optional<Project> preview;
     Edit previewEdit;
-    ItemId shownComp = 0;
-    int shownProject = 0; // the replace count that the ids above belong to
+    BoardPlace shown; // that the ids above belong to
 };
 
 } // namespace rostrum

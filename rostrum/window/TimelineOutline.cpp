@@ -179,7 +179,7 @@ void TimelineOutline::PressLayer(
         held = board.IsSelected(row.layer);
         grabbed = row.layer;
         grabbedAt = event->pos();
-        draggedIn = board.Comp();
+        draggedIn = board.Place();
     }
 }
 
@@ -264,7 +264,7 @@ void TimelineOutline::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || !held)
         return;
-    const bool dropped = dragging && draggedIn == board.Comp();
+    const bool dropped = dragging && draggedIn == board.Place();
     const bool isClick = !dragging && selectsLate;
     EndDrag();
     if (isClick)
@@ -272,7 +272,8 @@ void TimelineOutline::mouseReleaseEvent(QMouseEvent *event)
     if (!dropped)
         return;
     const QVector<LayerId> layers = board.GetSession().SelectedLayers();
-    board.Do("Reorder Layers", [&](Project &project) { Reorder(project, draggedIn, layers, gap); });
+    board.Do("Reorder Layers",
+        [&](Project &project) { Reorder(project, draggedIn.composition, layers, gap); });
 }
 
 void TimelineOutline::EndDrag()

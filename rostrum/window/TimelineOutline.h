@@ -115,7 +115,7 @@ private:
     // The editor that is open, and what it edits.
     QPointer<QLineEdit> editor;
     QPointer<QComboBox> cbParent;
-    ItemId editedComp = 0;
+    BoardPlace editedIn;
     LayerId editedLayer = 0;
     StreamInfo editedStream;
     int editedComponent = 0;
@@ -128,7 +128,7 @@ private:
     Qt::KeyboardModifiers clicked;
     QPoint grabbedAt;
     LayerId grabbed = 0;
-    ItemId draggedIn = 0; // the composition
+    BoardPlace draggedIn;
     int gap = 0; // where the layers would go
 };
 

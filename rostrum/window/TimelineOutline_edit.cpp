@@ -40,9 +40,9 @@ void TimelineOutline::PlaceEditor()
     if (!editor && !cbParent)
         return;
     const bool isValue = editor && editor->objectName() == QLatin1String("efValue");
-    const int row = editedComp != board.Comp() ? -1
-        : isValue                              ? board.Rows().RowOf(editedLayer, editedStream.id)
-                                               : board.Rows().RowOf(editedLayer);
+    const int row = editedIn != board.Place() ? -1
+        : isValue                             ? board.Rows().RowOf(editedLayer, editedStream.id)
+                                              : board.Rows().RowOf(editedLayer);
     if (row < 0) {
         CloseEditor();
         return;
@@ -59,7 +59,7 @@ void TimelineOutline::PlaceEditor()
 void TimelineOutline::OpenEditor(const QString &text, const char *name, int row)
 {
     CloseEditor();
-    editedComp = board.Comp();
+    editedIn = board.Place();
     editedLayer = board.Rows().At(row).layer;
     editedStream = board.Rows().At(row).stream;
     editor = new QLineEdit(text, this);
@@ -119,7 +119,8 @@ void TimelineOutline::OnValueTyped()
     if (!isChanged || !ReadNumber(text, &number))
         return; // the old value stands there again
     number = qBound(editedStream.low, number, editedStream.high);
-    const Layer *layer = board.GetSession().GetProject().FindLayer(editedComp, editedLayer);
+    const Layer *layer
+        = board.GetSession().GetProject().FindLayer(editedIn.composition, editedLayer);
     const Stream *stream = layer ? FindStream(*layer, editedStream.id) : nullptr;
     if (!stream)
         return;
@@ -129,7 +130,8 @@ void TimelineOutline::OnValueTyped()
         && FindImageRate(board.GetSession().GetProject(), *layer, &rate);
     value[std::size_t(editedComponent)] = isImage ? SecondsOfImage(qRound(number), rate) : number;
     board.Do("Set " + editedStream.name.toUtf8(), [&](Project &project) {
-        SetStreamValue(project, editedComp, editedLayer, editedStream.id, editedTime, value);
+        SetStreamValue(
+            project, editedIn.composition, editedLayer, editedStream.id, editedTime, value);
     });
 }
 
@@ -156,7 +158,7 @@ void TimelineOutline::OnNameTyped()
     if (!isChanged)
         return;
     board.Do("Rename Layer", [&](Project &project) {
-        if (Layer *layer = project.EditLayer(editedComp, editedLayer))
+        if (Layer *layer = project.EditLayer(editedIn.composition, editedLayer))
             layer->name = name;
     });
 }
@@ -168,12 +170,12 @@ void TimelineOutline::PickParent(const TimelineRow &row)
     if (!layer || !composition)
         return;
     CloseEditor();
-    editedComp = board.Comp();
+    editedIn = board.Place();
     editedLayer = row.layer;
     cbParent = new QComboBox(this);
     cbParent->setObjectName(QStringLiteral("cbParent"));
     cbParent->addItem(tr("None"), 0);
-    for (const LayerId id : PossibleParents(board.Shown(), editedComp, row.layer)) {
+    for (const LayerId id : PossibleParents(board.Shown(), editedIn.composition, row.layer)) {
         const int index = composition->IndexOf(id);
         cbParent->addItem(QStringLiteral("%1  %2").arg(index + 1).arg(
                               LayerTitle(board.Shown(), *composition->layers[index])),
@@ -195,7 +197,7 @@ void TimelineOutline::OnParentPicked()
     const LayerId parent = cbParent ? cbParent->currentData().toInt() : 0;
     CloseEditor();
     board.Do("Parent Layer",
-        [&](Project &project) { project.SetParent(editedComp, editedLayer, parent); });
+        [&](Project &project) { project.SetParent(editedIn.composition, editedLayer, parent); });
 }
 
 void TimelineOutline::PickLabel(LayerId layer, const QPoint &globalPlace)
@@ -243,8 +245,8 @@ bool TimelineOutline::eventFilter(QObject *object, QEvent *event)
             return true;
         }
     }
-    if (object == cbParent && event->type() == QEvent::FocusOut
-        && static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
+    // Its own list takes the focus, too.
+    if (object == cbParent && event->type() == QEvent::FocusOut && !cbParent->view()->isVisible())
         CloseEditor();
     return QWidget::eventFilter(object, event);
 }

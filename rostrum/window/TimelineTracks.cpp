@@ -84,7 +84,7 @@ void TimelineTracks::mousePressEvent(QMouseEvent *event)
     held = true;
     grabbedAt = event->pos();
     grabbed = HitTest(board, event->pos());
-    draggedIn = board.Comp();
+    draggedIn = board.Place();
     Press(grabbed, event->modifiers());
 }
 
@@ -128,8 +128,8 @@ void TimelineTracks::mouseMoveEvent(QMouseEvent *event)
     if (!dragging && (event->pos() - grabbedAt).manhattanLength() < kDragStart)
         return;
     dragging = true;
-    if (draggedIn != board.Comp()) {
-        EndDrag(); // another composition has come up meanwhile
+    if (draggedIn != board.Place()) {
+        EndDrag(); // another composition, or project, has come up meanwhile
         return;
     }
     Drag(event->pos(), event->modifiers());
@@ -171,7 +171,7 @@ int TimelineTracks::WayInFrames(const QPoint &to, Qt::KeyboardModifiers modifier
 
 TimelineBoard::Edit TimelineTracks::EditOf(int frames) const
 {
-    const ItemId composition = draggedIn;
+    const ItemId composition = draggedIn.composition;
     const QVector<LayerId> layers = draggedLayers;
     const KeyIds keys = draggedKeys;
     const TimelineHit::Kind kind = grabbed.kind;
@@ -193,7 +193,7 @@ void TimelineTracks::mouseReleaseEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || !held)
         return;
-    if (dragging && draggedIn == board.Comp())
+    if (dragging && draggedIn == board.Place())
         Drop();
     else if (!dragging && selectsLate)
         SelectPressed();
@@ -210,8 +210,9 @@ void TimelineTracks::Drop()
     }
     KeyIds moved; // selected under their new times
     const int frames = way;
-    board.Do("Move Keys",
-        [&](Project &project) { moved = MoveKeys(project, draggedIn, draggedKeys, frames); });
+    board.Do("Move Keys", [&](Project &project) {
+        moved = MoveKeys(project, draggedIn.composition, draggedKeys, frames);
+    });
     board.SelectKeys(moved);
 }
 

@@ -71,7 +71,7 @@ private:
     int way = 0; // frames
     QVector<LayerId> draggedLayers;
     KeyIds draggedKeys;
-    ItemId draggedIn = 0; // the composition
+    BoardPlace draggedIn;
     bool selectsLate = false; // what was selected already: only a click without a drag changes that
     Qt::KeyboardModifiers clicked; // the modifiers at the press
     QRect band; // of picked keys

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -10,6 +11,17 @@
 #include <functional>
 
 namespace testing {
+
+/// Types any text; Qt Test's own keys know ASCII only.
+inline void TypeText(QWidget *widget, const QString &text)
+{
+    for (const QChar letter : text) {
+        for (const QEvent::Type type : { QEvent::KeyPress, QEvent::KeyRelease }) {
+            QKeyEvent event(type, letter.toUpper().unicode(), Qt::NoModifier, QString(letter));
+            QApplication::sendEvent(widget, &event);
+        }
+    }
+}
 
 /// Waits for a dialog and lets a function act in it. A dialog that the function leaves open is
 /// closed, so that no test hangs. Answered() tells whether it came.

@@ -83,7 +83,10 @@ public:
         if (!editor)
             return false;
         editor->selectAll();
-        QTest::keyClicks(editor, text);
+        if (text.toLatin1() == text.toUtf8())
+            QTest::keyClicks(editor, text);
+        else
+            editor->insert(text); // as an input method does: there are no keys for it
         QTest::keyClick(editor, end);
         return true;
     }

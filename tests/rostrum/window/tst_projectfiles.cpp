@@ -103,9 +103,8 @@ void TestProjectFiles::aFileThatCannotBeReadLeavesTheProjectAlone_data()
     QTest::newRow("not there") << QByteArray("(none)") << QStringLiteral("is not there");
     QTest::newRow("empty") << QByteArray() << QStringLiteral("is empty");
     QTest::newRow("damaged") << QByteArray("{ \"format\": ") << QStringLiteral("is damaged");
-    QTest::newRow("newer")
-        << QByteArray("{ \"format\": \"rostrum project\", \"version\": 99 }")
-        << QStringLiteral("newer Rostrum");
+    QTest::newRow("newer") << QByteArray("{ \"format\": \"rostrum project\", \"version\": 99 }")
+                           << QStringLiteral("newer Rostrum");
     QTest::newRow("of something else") << QByteArray("{}") << QStringLiteral("is no project");
 }
 
