@@ -39,7 +39,7 @@ void WinExpo::OnHostIdle()
     vipLi *library = GetVipLi();
     if (!library->HasActiveItem() || IsGridBusy())
         return;
-    if (library->GetCompoName(library->GetActiveCompo()) != library->CompoName)
+    if (!library->IsNamedAsCompo(library->GetActiveCompo()))
         OnUpdate(UpdCompo, this);
     else if (TakeHostsCell())
         OnUpdate(UpdCurrent, this);

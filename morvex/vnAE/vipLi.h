@@ -57,6 +57,9 @@ public:
     bool HasCompo();
     /// The item's name, at most 31 bytes of UTF-8; empty for null. [host]
     QByteArray GetCompoName(AEGP_CompH compo);
+    /// Whether GetCompoName is CompoName, without a copy of the name: the panel asks for it at every
+    /// idle call. [host]
+    bool IsNamedAsCompo(AEGP_CompH compo);
     /// In frames, 0 for null. [host]
     qint32 GetCompoDuration(AEGP_CompH compo);
     qint32 GetCurrentCompoDuration();
@@ -215,6 +218,8 @@ public:
     quint8 KeyMarks[kKeyMarkFrames] = {}; // of the column that it was last built for
 
 private:
+    /// In a buffer that the next name takes.
+    const char *ReadCompoName(AEGP_CompH compo);
     /// A whole number out of a double, cut toward zero, kept inside 32 bits.
     static qint32 ToWhole(double value);
     A_Time FrameTime(qint32 frame) const;
