@@ -16,9 +16,11 @@ void Document::Replace(const Project &other)
 {
     const Project next = other; // it may be this document's own
     const int count = replaceCount;
+    const int version = historyVersion;
     *this = Document();
     project = next;
     replaceCount = count + 1;
+    historyVersion = version + 1;
 }
 
 void Document::StartGroup(const QByteArray &name)
@@ -56,6 +58,7 @@ void Document::CloseChange()
     if (project != before) {
         undo << Entry{ changeName, before };
         redo.clear();
+        ++historyVersion;
     }
     before = Project();
 }
@@ -88,6 +91,7 @@ void Document::Exchange(QVector<Entry> &from, QVector<Entry> &to)
     entry.other.KeepIdsOf(project);
     std::swap(entry.other, project);
     to << entry;
+    ++historyVersion;
 }
 
 QVector<QByteArray> Document::UndoNames() const

@@ -49,6 +49,8 @@ public:
     /// The names of the entries, the latest last.
     QVector<QByteArray> UndoNames() const;
     QVector<QByteArray> RedoNames() const;
+    /// Changes whenever the two lists above do, so that who shows them need not compare them.
+    int HistoryVersion() const { return historyVersion; }
 
     View view;
 
@@ -71,6 +73,7 @@ private:
     bool changeOpen = false; // by a group, or by a change outside any
     int depth = 0; // groups open
     int replaceCount = 0;
+    int historyVersion = 0;
     QVector<Entry> undo;
     QVector<Entry> redo;
 };

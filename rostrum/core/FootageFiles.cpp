@@ -6,37 +6,9 @@
 #include <QImageReader>
 
 #include <algorithm>
-#include <optional>
 
 namespace rostrum {
 namespace {
-
-/// walk0001.png: stem "walk", digits "0001", extension "png". A leading point starts no extension.
-struct NumberedName
-{
-    QString stem;
-    QString digits;
-    QString extension;
-};
-
-NumberedName TakeApart(const QString &fileName)
-{
-    const int point = fileName.lastIndexOf(QLatin1Char('.'));
-    const QString whole = point > 0 ? fileName.left(point) : fileName;
-    int start = whole.size();
-    while (
-        start > 0 && whole[start - 1] >= QLatin1Char('0') && whole[start - 1] <= QLatin1Char('9'))
-        --start;
-    return { whole.left(start), whole.mid(start), point > 0 ? fileName.mid(point + 1) : QString() };
-}
-
-/// The number of a file, none without digits or when they go beyond 31 bits.
-std::optional<qint32> NumberOf(const NumberedName &name)
-{
-    bool isNumber = false;
-    const qint32 number = name.digits.toInt(&isNumber);
-    return isNumber ? std::optional<qint32>(number) : std::nullopt;
-}
 
 struct NumberedFile
 {
@@ -56,10 +28,9 @@ QVector<NumberedFile> FilesOfSeries(const QString &folder, const NumberedName &w
     while (list.hasNext()) {
         list.next();
         const QString name = list.fileName();
-        const NumberedName parts = TakeApart(name);
-        const std::optional<qint32> number = NumberOf(parts);
-        if (number && parts.stem.compare(wanted.stem, Qt::CaseInsensitive) == 0
-            && parts.extension.compare(wanted.extension, Qt::CaseInsensitive) == 0)
+        const NumberedName parts(name);
+        const std::optional<qint32> number = parts.Number();
+        if (number && parts.IsOfSeries(wanted))
             files << NumberedFile{ *number, name };
     }
     std::sort(files.begin(), files.end(), ByNumber);
@@ -75,8 +46,8 @@ ImportResult Failed(const QString &error)
 
 QByteArray SeriesName(const Footage &footage)
 {
-    const NumberedName first = TakeApart(footage.files.first());
-    const NumberedName last = TakeApart(footage.files.last());
+    const NumberedName first(footage.files.first());
+    const NumberedName last(footage.files.last());
     const QString name = QStringLiteral("%1[%2-%3]").arg(first.stem, first.digits, last.digits);
     const bool hasExtension = !first.extension.isEmpty();
     return (hasExtension ? name + QLatin1Char('.') + first.extension : name).toUtf8();
@@ -86,7 +57,7 @@ QByteArray SeriesName(const Footage &footage)
 /// beyond what a series can hold
 bool TakeSeries(const NumberedName &wanted, ImportResult *result)
 {
-    if (!NumberOf(wanted))
+    if (!wanted.Number())
         return false;
     const QVector<NumberedFile> series = FilesOfSeries(result->footage.folder, wanted);
     if (series.isEmpty()) // its files went away meanwhile; the one that was found is looked at
@@ -101,6 +72,32 @@ bool TakeSeries(const NumberedName &wanted, ImportResult *result)
 }
 
 } // namespace
+
+NumberedName::NumberedName(const QString &fileName)
+{
+    const int point = fileName.lastIndexOf(QLatin1Char('.'));
+    const QString whole = point > 0 ? fileName.left(point) : fileName;
+    int start = whole.size();
+    while (
+        start > 0 && whole[start - 1] >= QLatin1Char('0') && whole[start - 1] <= QLatin1Char('9'))
+        --start;
+    stem = whole.left(start);
+    digits = whole.mid(start);
+    extension = point > 0 ? fileName.mid(point + 1) : QString();
+}
+
+std::optional<qint32> NumberedName::Number() const
+{
+    bool isNumber = false;
+    const qint32 number = digits.toInt(&isNumber);
+    return isNumber ? std::optional<qint32>(number) : std::nullopt;
+}
+
+bool NumberedName::IsOfSeries(const NumberedName &other) const
+{
+    return stem.compare(other.stem, Qt::CaseInsensitive) == 0
+        && extension.compare(other.extension, Qt::CaseInsensitive) == 0;
+}
 
 QString WithSlashes(const QString &path)
 {
@@ -141,7 +138,7 @@ ImportResult ImportDrawings(const QString &path, bool series)
     result.footage.isSeries = series;
     result.footage.files << real;
     result.name = real.toUtf8();
-    const NumberedName parts = TakeApart(real);
+    const NumberedName parts(real);
     if (series && !parts.digits.isEmpty() && !TakeSeries(parts, &result))
         return Failed(QStringLiteral("The number of \"%1\" is too large").arg(real));
 

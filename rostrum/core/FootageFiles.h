@@ -5,7 +5,24 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace rostrum {
+
+/// The parts of a file name. walk0001.png: stem "walk", digits "0001", extension "png". A leading
+/// point starts no extension.
+struct NumberedName
+{
+    QString stem;
+    QString digits;
+    QString extension;
+
+    explicit NumberedName(const QString &fileName);
+    /// None without digits, or when they go beyond 31 bits.
+    std::optional<qint32> Number() const;
+    /// Whether files of both names belong to one series: all but the digits is the same, case aside.
+    bool IsOfSeries(const NumberedName &other) const;
+};
 
 /// What came of an import: the footage, or why there is none.
 struct ImportResult

@@ -5,19 +5,25 @@
 
 namespace rostrum {
 
+QString JsonReader::Place() const
+{
+    return index < 0 ? place : QStringLiteral("%1[%2]").arg(place).arg(index);
+}
+
 JsonReader JsonReader::At(const char *name) const
 {
-    const QString before = place.isEmpty() ? QString() : place + QLatin1Char('.');
-    JsonReader found(
-        value.toObject().value(QLatin1String(name)), before + QLatin1String(name), error);
+    const QString here = Place();
+    const QString before = here.isEmpty() ? here : here + QLatin1Char('.');
+    JsonReader found(value.toObject().value(QLatin1String(name)), before + QLatin1String(name),
+        /*index=*/-1, error);
     if (found.value.isUndefined())
         found.Fail(QStringLiteral("it is missing"));
     return found;
 }
 
-JsonReader JsonReader::At(int index) const
+JsonReader JsonReader::At(int element) const
 {
-    return { value.toArray().at(index), QStringLiteral("%1[%2]").arg(place).arg(index), error };
+    return { value.toArray().at(element), Place(), element, error };
 }
 
 int JsonReader::Size() const
@@ -71,9 +77,10 @@ void JsonReader::Numbers(double *numbers, int count) const
 
 void JsonReader::Fail(const QString &what) const
 {
+    const QString here = Place();
     if (error->isEmpty())
         *error = QStringLiteral("%1: %2").arg(
-            place.isEmpty() ? QStringLiteral("the start") : place, what);
+            here.isEmpty() ? QStringLiteral("the start") : here, what);
 }
 
 } // namespace rostrum

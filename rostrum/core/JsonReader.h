@@ -20,7 +20,7 @@ public:
 
     /// The member of an object, the element of an array.
     JsonReader At(const char *name) const;
-    JsonReader At(int index) const;
+    JsonReader At(int element) const;
     bool Has(const char *name) const { return value.toObject().contains(QLatin1String(name)); }
     bool IsObject() const { return value.isObject(); }
     /// The number of elements; 0 for what is no array, which is wrong.
@@ -39,12 +39,15 @@ public:
     bool HasFailed() const { return !error->isEmpty(); }
 
 private:
-    JsonReader(const QJsonValue &value, const QString &place, QString *error)
-        : value(value), place(place), error(error)
+    JsonReader(const QJsonValue &value, const QString &place, int index, QString *error)
+        : value(value), place(place), index(index), error(error)
     { }
+    /// Put together only where it is wanted: most elements are read and well.
+    QString Place() const;
 
     QJsonValue value;
-    QString place; // "items[3].layers[0]"
+    QString place; // "items[3].layers", that of the array for an element
+    int index = -1; // of an element
     QString *error;
 };
 

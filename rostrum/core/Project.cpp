@@ -211,6 +211,19 @@ bool Project::RemoveItem(ItemId item)
     return true;
 }
 
+bool Project::MoveItem(ItemId item, ItemId folder)
+{
+    const Item *moved = Find(item);
+    const Item *target = Find(folder);
+    if (!moved || item == kRootFolder || !target || !target->AsFolder()
+        || WithContents(item).contains(folder))
+        return false;
+    Edit(moved->parent)->AsFolder()->children.removeOne(item);
+    Edit(folder)->AsFolder()->children << item;
+    Edit(item)->parent = folder;
+    return true;
+}
+
 /// The item and, of a folder, all that it holds.
 QSet<ItemId> Project::WithContents(ItemId item) const
 {
@@ -247,6 +260,20 @@ bool Project::CanAddLayer(ItemId source, ItemId composition) const
 {
     const Item *item = Find(source);
     return item && !item->AsFolder() && FindComposition(composition) && !Shows(source, composition);
+}
+
+LayerId Project::AddCopy(const Layer &layer, ItemId composition)
+{
+    const bool hasSource = layer.kind == LayerKind::Source;
+    if (!FindComposition(composition) || (hasSource && !CanAddLayer(layer.source, composition)))
+        return 0;
+    Layer copy = layer;
+    copy.id = nextId++;
+    copy.parent = FindLayer(composition, layer.parent) ? layer.parent : 0;
+    for (LayerEffect &effect : copy.effects)
+        effect.id = nextId++;
+    EditComposition(composition)->layers.prepend(LayerPtr(new Layer(copy)));
+    return copy.id;
 }
 
 LayerId Project::AddLayer(Layer layer, ItemId composition)

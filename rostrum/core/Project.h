@@ -46,6 +46,9 @@ public:
     ItemId AddSolid(const QByteArray &name, const Solid &solid, ItemId parent = kRootFolder);
     /// Removes the item, the layers that show it, and with a folder all that it holds.
     bool RemoveItem(ItemId item);
+    /// Puts an item last into another folder. @return false for a folder that the item holds itself,
+    /// at any depth, and for the root folder
+    bool MoveItem(ItemId item, ItemId folder);
 
     /// A layer of an item may not make a composition show itself, at any depth.
     bool CanAddLayer(ItemId source, ItemId composition) const;
@@ -53,6 +56,10 @@ public:
     LayerId AddLayer(ItemId source, ItemId composition);
     /// A camera, a light or a text. @param kind anything but Source
     LayerId AddLayerWithoutSource(LayerKind kind, const QByteArray &name, ItemId composition);
+    /// A copy of a layer of any composition, with its effects, on top of this one. It keeps its
+    /// parent where that is in this composition.
+    /// @return 0 where a layer of its source may not be added
+    LayerId AddCopy(const Layer &layer, ItemId composition);
     bool RemoveLayer(ItemId composition, LayerId layer);
     /// @param index the layer's index after the move, 0 to count - 1; -1 for the end
     bool MoveLayer(ItemId composition, LayerId layer, int index);

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QPaintEvent>
+#include <QSignalSpy>
 
 using NodeHandle = WExpoGraph::NodeHandle;
 
@@ -72,4 +73,15 @@ inline void SetDarkColors()
     QPalette colors = QApplication::palette();
     ApplyColorSet(colors, /*set=*/1, /*range=*/1.0);
     QApplication::setPalette(colors);
+}
+
+/// The levels of the notices that a graph sent; -1 for one in another's name.
+inline QVector<int> Levels(const QSignalSpy &spy, WExpoGraph *sender)
+{
+    QVector<int> levels;
+    for (const QList<QVariant> &arguments : spy) {
+        const bool isOwn = arguments.at(1).value<void *>() == sender;
+        levels << (isOwn ? static_cast<int>(arguments.at(0).value<UpdateLevel>()) : -1);
+    }
+    return levels;
 }

@@ -1,3 +1,4 @@
+#include "MenuUser.h"
 #include "SlideHand.h"
 #include "TreeGraph.h"
 #include "testing/TestMain.h"
@@ -5,70 +6,9 @@
 #include <QMenu>
 #include <QMetaMethod>
 #include <QSignalSpy>
-#include <QTimer>
-#include <QWindow>
 
 #include <cmath>
 #include <functional>
-
-namespace {
-
-/// The levels of two signals in a row, each with its sender.
-QVector<int> Levels(const QSignalSpy &spy, WExpoGraph *sender)
-{
-    QVector<int> levels;
-    for (const QList<QVariant> &arguments : spy) {
-        const bool isOwn = arguments.at(1).value<void *>() == sender;
-        levels << (isOwn ? static_cast<int>(arguments.at(0).value<UpdateLevel>()) : -1);
-    }
-    return levels;
-}
-
-/// Opens the menu by the right button on the widget's window, as the window system does, notes its
-/// entries and clicks one, or closes it.
-class MenuUser
-{
-public:
-    QStringList entries;
-    QVector<bool> haveShortcuts;
-    NodeHandle currentAtOpening = 0;
-
-    void Open(MemoryGraph &graph, const QPoint &pos, const QString &choice = QString())
-    {
-        bool seen = false;
-        QTimer chooser;
-        QObject::connect(&chooser, &QTimer::timeout, [&] {
-            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-            if (!menu || seen)
-                return;
-            seen = true;
-            currentAtOpening = graph.current;
-            Choose(menu, choice);
-        });
-        chooser.start(0);
-        QTest::ignoreMessage(QtWarningMsg, "mousePressEvent");
-        QTest::mouseClick(graph.windowHandle(), Qt::RightButton, Qt::NoModifier, pos);
-        QTRY_VERIFY2(seen, "no menu opened");
-    }
-
-private:
-    void Choose(QMenu *menu, const QString &choice)
-    {
-        const QList<QAction *> actions = menu->actions();
-        for (QAction *action : actions) {
-            entries << action->text();
-            haveShortcuts << !action->shortcut().isEmpty();
-        }
-        const int index = entries.indexOf(choice);
-        if (index < 0)
-            menu->close();
-        else
-            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                menu->actionGeometry(actions.at(index)).center());
-    }
-};
-
-} // namespace
 
 class TestExpoGraph : public QObject
 {

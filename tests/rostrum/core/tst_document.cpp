@@ -43,6 +43,7 @@ private slots:
     void anIdThatWasUndoneIsNeverUsedAgain_data();
     void anIdThatWasUndoneIsNeverUsedAgain();
     void undoLeavesTheViewAlone();
+    void historyVersionChangesWithTheListsAlone();
     void replaceForgetsTheHistory();
     void aDocumentMayBeReplacedByItsOwnProject();
     void anEntrySharesTheLayersThatStayed();
@@ -551,6 +552,31 @@ void TestDocument::anIdThatWasUndoneIsNeverUsedAgain()
     QVERIFY(!opened.Shown().FindLayer(opened.composition, stale));
     QVERIFY(!opened.Shown().Find(staleItem));
     QVERIFY(!opened.Shown().FindLayer(opened.composition, fresh)->FindEffect(staleEffect));
+}
+
+void TestDocument::historyVersionChangesWithTheListsAlone()
+{
+    Opened opened;
+    Document &document = opened.document;
+    int last = document.HistoryVersion();
+    const auto moved = [&] { return std::exchange(last, document.HistoryVersion()) != last; };
+
+    document.StartGroup("nothing");
+    document.EndGroup();
+    QVERIFY(!moved());
+    QVERIFY(!document.Undo());
+    QVERIFY(!document.Redo());
+    QVERIFY(!moved());
+    opened.Rename("other");
+    QVERIFY(!moved()); // the entry stands once the change is closed
+    document.CloseLooseEnds();
+    QVERIFY(moved());
+    QVERIFY(document.Undo());
+    QVERIFY(moved());
+    QVERIFY(document.Redo());
+    QVERIFY(moved());
+    document.Replace(Project());
+    QVERIFY(moved());
 }
 
 void TestDocument::undoLeavesTheViewAlone()

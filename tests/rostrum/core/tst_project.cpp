@@ -33,12 +33,16 @@ private slots:
     void removingAFolderTakesAllThatItHolds();
     void aDeepTreeOfFoldersIsWalkedAndRemoved();
     void theRootFolderStays();
+    void anItemMovesIntoAnotherFolder();
+    void aFolderMayNotMoveIntoItself();
     void aNewLayerLiesOnTopCentredFromTheStart();
     void aLayerWithoutSourceHasItsName();
     void aLayerMayNotMakeACompositionShowItself_data();
     void aLayerMayNotMakeACompositionShowItself();
     void aCompositionShownManyTimesOverIsLookedIntoOnce();
     void aFolderIsNoSource();
+    void aCopyOfALayerHasIdsOfItsOwn();
+    void aCopyMayNotMakeACompositionShowItself();
     void removingALayerFreesItsChildren();
     void aParentIsSetAndFreed();
     void aLayerMayNotBecomeItsOwnParentAtAnyDistance();
@@ -351,6 +355,38 @@ void TestProject::theRootFolderStays()
     QCOMPARE(scene.project, before);
 }
 
+void TestProject::anItemMovesIntoAnotherFolder()
+{
+    Scene scene;
+    const ItemId folder = scene.project.AddFolder("drawings");
+
+    QVERIFY(scene.project.MoveItem(scene.series, folder));
+
+    QCOMPARE(Walk(scene.project),
+        QVector<ItemId>(
+            { scene.project.RootFolder(), scene.still, scene.composition, folder, scene.series }));
+    QCOMPARE(scene.project.Find(scene.series)->parent, folder);
+    QVERIFY(scene.project.MoveItem(scene.series, scene.project.RootFolder()));
+    QCOMPARE(Walk(scene.project).last(), scene.series);
+}
+
+void TestProject::aFolderMayNotMoveIntoItself()
+{
+    Project project;
+    const ItemId outer = project.AddFolder("outer");
+    const ItemId inner = project.AddFolder("inner", outer);
+    const ItemId series = project.AddFootage("walk", Series(2));
+    const Project before = project;
+
+    QVERIFY(!project.MoveItem(outer, inner));
+    QVERIFY(!project.MoveItem(outer, outer));
+    QVERIFY(!project.MoveItem(project.RootFolder(), inner));
+    QVERIFY(!project.MoveItem(inner, series));
+    QVERIFY(!project.MoveItem(inner, 999));
+    QVERIFY(!project.MoveItem(999, inner));
+    QVERIFY(project == before);
+}
+
 void TestProject::aNewLayerLiesOnTopCentredFromTheStart()
 {
     const Scene scene;
@@ -439,6 +475,40 @@ void TestProject::aFolderIsNoSource()
     QCOMPARE(scene.project.CanAddLayer(scene.series, folder), false);
     QCOMPARE(scene.project.CanAddLayer(scene.series, scene.composition), true);
     QCOMPARE(scene.project.AddLayer(folder, scene.composition), 0);
+}
+
+void TestProject::aCopyOfALayerHasIdsOfItsOwn()
+{
+    Scene scene;
+    QVERIFY(scene.project.SetParent(scene.composition, scene.walk, scene.decor));
+    const rostrum::EffectId effect
+        = scene.project.ApplyEffect(scene.composition, scene.walk, /*key=*/1);
+    scene.Edit(scene.walk).effects[0].params[0].SetConstant({ 7, 0, 0, 0 });
+    scene.Edit(scene.walk).timeRemap.InsertKey({ 3, 25 }, { 0.5, 0, 0, 0 });
+    const ItemId other = scene.project.AddComposition("other", Comp(50));
+
+    const LayerId copy = scene.project.AddCopy(scene.Shown(scene.walk), scene.composition);
+    const LayerId far = scene.project.AddCopy(scene.Shown(scene.walk), other);
+
+    QCOMPARE(LayerIds(scene.project, scene.composition),
+        QVector<LayerId>({ copy, scene.walk, scene.decor, scene.camera }));
+    QCOMPARE(scene.Shown(copy).parent, scene.decor);
+    QCOMPARE(scene.project.FindLayer(other, far)->parent, 0); // its parent is not there
+    QVERIFY(scene.Shown(copy).effects[0].id != effect);
+    QVERIFY(scene.Shown(copy).effects[0].id != scene.project.FindLayer(other, far)->effects[0].id);
+    QVERIFY(scene.Shown(copy).effects[0].params == scene.Shown(scene.walk).effects[0].params);
+    QVERIFY(scene.Shown(copy).timeRemap == scene.Shown(scene.walk).timeRemap);
+    QVERIFY(scene.project.AddCopy(scene.Shown(scene.camera), other)); // of a layer without source
+}
+
+void TestProject::aCopyMayNotMakeACompositionShowItself()
+{
+    Scene scene;
+    const ItemId outer = scene.project.AddComposition("outer", Comp(50));
+    const LayerId inner = scene.project.AddLayer(scene.composition, outer);
+
+    QCOMPARE(scene.project.AddCopy(*scene.project.FindLayer(outer, inner), scene.composition), 0);
+    QCOMPARE(scene.project.AddCopy(scene.Shown(scene.walk), scene.series), 0);
 }
 
 void TestProject::removingALayerFreesItsChildren()

@@ -1,21 +1,15 @@
-// Draws the sample series: a walk on the spot in eight drawings, walk0001.png to walk0008.png, ink
-// and colour on transparent ground, 480 by 480 pixels.
+// The walk on the spot: ink and colour on transparent ground.
+#include "Drawings.h"
 
-#include <QDir>
-#include <QGuiApplication>
-#include <QImage>
 #include <QPainter>
 #include <QPainterPath>
 
 #include <cmath>
-#include <cstdio>
 
 namespace {
 
-constexpr int kDrawings = 8;
 constexpr int kSize = 480; // pixels
-constexpr double kGround = 430;
-constexpr double kStride = 74; // half a step, in pixels
+constexpr double kStride = kStepLength / 2.0;
 constexpr double kTurn = 2 * 3.14159265358979323846;
 
 const QColor kInk(38, 34, 46);
@@ -68,7 +62,7 @@ QPointF Foot(double phase)
 {
     const double x = 240 + kStride * std::cos(phase);
     const double lift = qMax(0.0, -std::sin(phase)) * 46;
-    return { x, kGround - lift };
+    return { x, kWalkGround - lift };
 }
 
 void Leg(QPainter &painter, const QPointF &hip, double phase, const QColor &color)
@@ -136,13 +130,15 @@ void Head(QPainter &painter, const QPointF &neck)
     Shape(painter, hat, kHat);
 }
 
-QImage Drawing(int number)
+} // namespace
+
+QImage WalkDrawing(int number)
 {
     QImage image(kSize, kSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double phase = kTurn * (number - 1) / kDrawings;
+    const double phase = kTurn * (number - 1) / kWalkDrawings;
     const double bob = 9 * std::cos(2 * phase); // low on the wide step, high in passing
     const QPointF hip(236, 286 + bob);
     const QPointF neck(244, 176 + bob * 1.2);
@@ -154,22 +150,4 @@ QImage Drawing(int number)
     Head(painter, neck);
     Arm(painter, shoulder, kTurn / 4 + 0.9 * std::cos(phase), kCoat.lighter(108));
     return image;
-}
-
-} // namespace
-
-int main(int argc, char **argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication application(argc, argv);
-    const QDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("."));
-    for (int number = 1; number <= kDrawings; ++number) {
-        const QString path
-            = folder.filePath(QStringLiteral("walk%1.png").arg(number, 4, 10, QLatin1Char('0')));
-        if (!Drawing(number).save(path)) {
-            std::fprintf(stderr, "draw_walk: cannot write %s\n", qPrintable(path));
-            return 1;
-        }
-    }
-    return 0;
 }

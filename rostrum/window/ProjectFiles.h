@@ -1,0 +1,79 @@
+// The open project's file: whether something in it is not saved yet, opening, saving, and the copy
+// that is saved by itself every so often.
+//
+// A saved project's copy lies beside its file ("scene.rostrum" has "scene.autosave.rostrum"), one
+// that was never saved in the program's data folder. The copy goes when the project is saved or
+// given up, so that one that is found tells of a session that ended otherwise. A copy of a project
+// without a file is locked as long as its program runs.
+//
+// All files are written whole or not at all.
+#pragma once
+
+#include "window/Session.h"
+
+#include <QLockFile>
+
+#include <memory>
+
+namespace rostrum {
+
+constexpr char kProjectSuffix[] = ".rostrum";
+
+class ProjectFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @param dataFolder where copies of projects without a file are kept
+    ProjectFiles(Session &session, const QString &dataFolder, QObject *parent = nullptr);
+    ~ProjectFiles() override;
+
+    /// The project differs from its file, or from an empty one.
+    bool IsDirty() const { return session.GetProject() != saved; }
+    /// The file's name, "Untitled" without one.
+    QString Title() const;
+
+    /// Puts an empty project in place. What is not saved is given up, here and in Open.
+    void New();
+    /// @return what went wrong; the open project then stays
+    QString Open(const QString &path);
+    /// @return what went wrong; the file and the path of the project then stay as they were
+    QString Save(const QString &path);
+
+    /// Where this project's copy lies.
+    QString AutosavePath() const;
+    /// Saves a copy, if there is something that neither the file nor the last copy holds.
+    /// @return what went wrong
+    QString Autosave();
+    /// Gives up what is not saved, at the end of the session.
+    void Discard() { RemoveAutosave(); }
+
+    /// The copy of a project file that is newer than the file, empty when there is none.
+    static QString CopyOf(const QString &path);
+    /// Copies of projects without a file, left by sessions that did not end by themselves.
+    QStringList LeftCopies() const;
+    /// Opens a copy in place of the file, which stays as it is until the project is saved.
+    /// @param path the project's file, empty when it has none
+    QString OpenCopy(const QString &copy, const QString &path);
+    /// Removes a copy that is not wanted.
+    static void RemoveCopy(const QString &copy);
+
+signals:
+    /// IsDirty or Title may have changed.
+    void StateChanged();
+
+private:
+    void Take(const Project &project, const QString &path, const Project &asSaved);
+    void RemoveAutosave();
+    QString NewUntitledCopy();
+
+    Session &session;
+    QString dataFolder;
+    Project saved; // as in the file
+    Project copied; // as in the copy
+    bool hasCopy = false;
+    QString untitledCopy; // path, once it has been chosen
+    std::unique_ptr<QLockFile> lock; // of the untitled copy
+};
+
+} // namespace rostrum
