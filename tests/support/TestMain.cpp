@@ -16,7 +16,8 @@ bool IsTraceLine(const QByteArray &line)
 {
     static const QRegularExpression trace(QStringLiteral(
         "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise|"
-        "grabbing the keyboard)"));
+        "grabbing the keyboard)|"
+        "QPixmap::fromWinHICON\\(\\), failed to GetIconInfo")); // Wine has no icon for a message box
     return trace.match(QString::fromUtf8(line)).hasMatch();
 }
 
