@@ -1,17 +1,20 @@
 #include "shell/vnMorvex.h"
 
+#include "panel/WinExpo.h"
 #include "vnAE/vipLi.h"
+
+#include <new>
 
 namespace {
 
-/// There is no panel to be made yet: the host is answered as when there is no memory for one.
-MorvexPanel *MakeNoPanel(
-    SPBasicSuite *, AEGP_PluginID, AEGP_PanelH, AEGP_PlatformViewRef, AEGP_PanelFunctions1 *)
+/// The panel of the product.
+MorvexPanel *MakeWinExpo(SPBasicSuite *basicSuite, AEGP_PluginID pluginId, AEGP_PanelH panel,
+    AEGP_PlatformViewRef container, AEGP_PanelFunctions1 *functions)
 {
-    return nullptr;
+    return new (std::nothrow) WinExpo(basicSuite, pluginId, panel, container, functions);
 }
 
-MorvexPanelFactory panelFactory = MakeNoPanel;
+MorvexPanelFactory panelFactory = MakeWinExpo;
 
 bool ChangesProjectUnseen(AEGP_Command command)
 {
@@ -23,7 +26,7 @@ bool ChangesProjectUnseen(AEGP_Command command)
 
 void SetMorvexPanelFactory(MorvexPanelFactory factory)
 {
-    panelFactory = factory ? factory : MakeNoPanel;
+    panelFactory = factory ? factory : MakeWinExpo;
 }
 
 vnMorvex::vnMorvex(SPBasicSuite *basicSuite, AEGP_PluginID pluginId)

@@ -114,18 +114,28 @@ bool vipLi::HasCompo()
     return Compo || FindCompo();
 }
 
-QByteArray vipLi::GetCompoName(AEGP_CompH compo)
+const char *vipLi::ReadCompoName(AEGP_CompH compo)
 {
     if (!compo)
-        return {};
+        return "";
     SuiteHandler suites(BasicSuite);
     AEGP_ItemH item = nullptr;
     if (VN_HOST_FAILED(suites.Comp14()->AEGP_GetItemFromComp(compo, &item)))
-        return {};
+        return "";
     itemName[0] = '\0';
     if (VN_HOST_FAILED(suites.Item11()->AEGP_GetItemName(item, itemName)))
-        return {};
+        return "";
     return itemName;
+}
+
+QByteArray vipLi::GetCompoName(AEGP_CompH compo)
+{
+    return ReadCompoName(compo);
+}
+
+bool vipLi::IsNamedAsCompo(AEGP_CompH compo)
+{
+    return std::strcmp(ReadCompoName(compo), CompoName) == 0;
 }
 
 qint32 vipLi::GetCompoDuration(AEGP_CompH compo)

@@ -57,6 +57,9 @@ public:
     bool HasCompo();
     /// The item's name, at most 31 bytes of UTF-8; empty for null. [host]
     QByteArray GetCompoName(AEGP_CompH compo);
+    /// Whether GetCompoName is CompoName, without a copy of the name: the panel asks for it at every
+    /// idle call. [host]
+    bool IsNamedAsCompo(AEGP_CompH compo);
     /// In frames, 0 for null. [host]
     qint32 GetCompoDuration(AEGP_CompH compo);
     qint32 GetCurrentCompoDuration();
@@ -192,6 +195,9 @@ public:
     /// Aligns each footage layer: left edges on the composition's left, bottoms on its bottom.
     /// After a host error Layer stays at the layer that it had come to. [host] [undo]
     bool CenterFootageLayers();
+    /// Takes the sheet from a file of another program's. No such file can be read yet.
+    /// @param filter the names that are offered where the path is empty @return false
+    bool LoadExpo(const QByteArray &path, const char *filter);
 
     // The plug-in object sets these two at load.
     const SPBasicSuite *BasicSuite = nullptr;
@@ -212,6 +218,8 @@ public:
     quint8 KeyMarks[kKeyMarkFrames] = {}; // of the column that it was last built for
 
 private:
+    /// In a buffer that the next name takes.
+    const char *ReadCompoName(AEGP_CompH compo);
     /// A whole number out of a double, cut toward zero, kept inside 32 bits.
     static qint32 ToWhole(double value);
     A_Time FrameTime(qint32 frame) const;

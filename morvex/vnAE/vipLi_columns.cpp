@@ -173,3 +173,8 @@ bool vipLi::CenterFootageLayers()
     Layer = remembered;
     return true;
 }
+
+bool vipLi::LoadExpo(const QByteArray & /*path*/, const char * /*filter*/)
+{
+    return false;
+}

@@ -18,6 +18,7 @@ private slots:
     void ofTwoCompositionsOfOneNameTheFirstInTheWalkWins();
     void compositionsAreFoundAtAnyDepthByBytesAndCase();
     void namesOf31AndMoreBytes();
+    void aNameIsComparedWithTheCompositionsOnShow();
     void aCompositionAtAnotherRateIsReadAt25();
     void activeItems();
 
@@ -147,6 +148,21 @@ void TestVipLiCore::namesOf31AndMoreBytes()
     sheet.EditProject().Edit(longName)->name = "";
     QCOMPARE(GetVipLi()->GetCompoName(handle), QByteArray());
     QCOMPARE(GetVipLi()->GetCompoName(nullptr), QByteArray());
+}
+
+void TestVipLiCore::aNameIsComparedWithTheCompositionsOnShow()
+{
+    LibrarySheet sheet(Keys{ { 0, 1 } });
+    vipLi *library = GetVipLi();
+    QVERIFY(library->IsNamedAsCompo(library->Compo));
+    QVERIFY(!library->IsNamedAsCompo(nullptr)); // it counts as the empty name
+    sheet.EditProject().Edit(sheet.composition)->name = "scene 70";
+    QVERIFY(!library->IsNamedAsCompo(sheet.Comp()));
+    sheet.SelectCompo("scene 70");
+    QVERIFY(library->IsNamedAsCompo(sheet.Comp()));
+    sheet.SelectCompo("");
+    QVERIFY(!library->IsNamedAsCompo(sheet.Comp()));
+    QVERIFY(library->IsNamedAsCompo(nullptr));
 }
 
 void TestVipLiCore::aCompositionAtAnotherRateIsReadAt25()

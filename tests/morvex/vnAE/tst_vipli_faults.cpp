@@ -59,6 +59,8 @@ QVector<SweptOperation> CompositionOperations()
             },
             "false", {}, {} },
         { "GetCompoName", [=] { return lib->GetCompoName(lib->Compo); }, "", {}, {} },
+        { "IsNamedAsCompo", [=] { return Bool(lib->IsNamedAsCompo(lib->Compo)); }, "false", {},
+            {} },
         { "GetCompoDuration", [=] { return QByteArray::number(lib->GetCompoDuration(lib->Compo)); },
             "0", { "AEGP_GetItemFromComp", "AEGP_GetItemDuration" }, {} },
         { "GetCurrentFrame", [=] { return QByteArray::number(lib->GetCurrentFrame()); }, "0",
