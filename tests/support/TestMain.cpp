@@ -18,7 +18,8 @@ bool IsTraceLine(const QByteArray &line)
     static const QRegularExpression trace(QStringLiteral(
         "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise|"
         "grabbing the keyboard)|"
-        "qt\\.qpa\\.xcb: QXcbConnection: XCB error: 3 \\(BadWindow\\)"));
+        "qt\\.qpa\\.xcb: QXcbConnection: XCB error: 3 \\(BadWindow\\)|"
+        "QPixmap::fromWinHICON\\(\\), failed to GetIconInfo")); // Wine has no icon for a message box
     return trace.match(QString::fromUtf8(line)).hasMatch();
 }
 

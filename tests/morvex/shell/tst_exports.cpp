@@ -1,10 +1,8 @@
+#include "LibraryFile.h"
 #include "suites/Host.h"
 #include "testing/TestMain.h"
 
 #include <QLibrary>
-#include <QProcess>
-
-#include <algorithm>
 
 /// What the plug-in's library file shows to whoever loads it.
 class TestExports : public QObject
@@ -19,18 +17,9 @@ private slots:
 
 void TestExports::theLibraryExportsItsEntryPointAndTheClassOfTheBorderAndNothingElse()
 {
-    QProcess nm;
-    nm.start(QStringLiteral("nm"),
-        { QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("--format=posix"),
-            QStringLiteral(VN_PLUGIN) });
-    QVERIFY2(nm.waitForFinished(), qPrintable(nm.errorString()));
-    QCOMPARE(nm.exitCode(), 0);
-    QByteArrayList names;
-    for (const QByteArray &line : nm.readAllStandardOutput().split('\n')) {
-        if (!line.isEmpty())
-            names << line.split(' ').first();
-    }
-    std::sort(names.begin(), names.end());
+    QString failure;
+    const QByteArrayList names = ExportedNames(QStringLiteral(VN_PLUGIN), &failure);
+    QCOMPARE(failure, QString());
     const QByteArrayList expected = {
         "EntryPointFunc",
         "_ZN10QWinWidget10childEventEP11QChildEvent",
