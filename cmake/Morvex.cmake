@@ -33,6 +33,14 @@ set(VN_RUNTIME_FOLDER ${CMAKE_BINARY_DIR}/runtime)
 file(MAKE_DIRECTORY ${VN_RUNTIME_FOLDER})
 file(CHMOD ${VN_RUNTIME_FOLDER} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 
+# What goes in front of a path of this machine in a program that is run here: Wine has a drive for it.
+set(VN_DRIVE "")
+if(WIN32)
+  set(VN_DRIVE "Z:")
+endif()
+# When building for Windows, CMake names a source by its way from the build folder.
+file(RELATIVE_PATH VN_WAY_TO_SOURCE ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
+
 # Makes `#include "FOLDER/Header.h"` find this source folder for TARGET and for those that link it.
 function(vn_expose target folder)
   set(root ${CMAKE_BINARY_DIR}/include/${target})
@@ -51,6 +59,9 @@ function(vn_library target)
   cmake_parse_arguments(arg "" "FOLDER" "SOURCES;LINKS" ${ARGN})
   add_library(${target} STATIC ${arg_SOURCES})
   target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE vn_options)
+  if(WIN32)
+    target_compile_options(${target} PRIVATE -fmacro-prefix-map=${VN_WAY_TO_SOURCE}/=)
+  endif()
   vn_expose(${target} ${arg_FOLDER})
 endfunction()
 
@@ -72,6 +83,10 @@ function(vn_test_program name launcher platform)
   endif()
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
+  endif()
+  if(WIN32) # every program is run under Wine, and the static Qt has real windows only
+    set(launcher ${CMAKE_SOURCE_DIR}/tools/windows/run)
+    set(platform windows)
   endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} vn_test_support vn_options)

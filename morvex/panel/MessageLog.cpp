@@ -58,3 +58,9 @@ void MessageLog::SetPage(QTextEdit *page)
     to->page = page;
     to->hasPage = page != nullptr;
 }
+
+void MessageLog::DropPage(const QTextEdit *page)
+{
+    if (receiver && receiver.load()->page == page)
+        SetPage(nullptr);
+}

@@ -18,5 +18,8 @@ namespace MessageLog {
 void Install();
 /// Makes a widget the page; it may be deleted at any time. Null for none.
 void SetPage(QTextEdit *page);
+/// Writes no more to a page that is about to go, if it is the one: a widget may complain while it is
+/// being deleted.
+void DropPage(const QTextEdit *page);
 
 } // namespace MessageLog

@@ -2,12 +2,14 @@
 
 #include "WinExpo.h"
 
+#include "MessageLog.h"
 #include "T_Types/T_QtEditTab.h"
 #include "panel/Doc.h"
 #include "panel/DocMirror.h"
 #include "panel/WinGraphDataAE.h"
 #include "panel/WinGridDataAE.h"
 #include "vnAE/vipLi.h"
+#include "vnQT/wSendReportWidget.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -27,6 +29,8 @@ constexpr int kTabsAlwaysOn = 2; // at the end: "Setup" and "Board"
 WinExpo::~WinExpo()
 {
     timeTimer.stop();
+    if (report)
+        MessageLog::DropPage(report->efLog);
 }
 
 /// The usual answer is to do nothing: this runs at every idle call.

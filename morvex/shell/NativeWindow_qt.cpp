@@ -8,6 +8,9 @@
 #include <QVariant>
 #include <QWidget>
 
+#include <algorithm>
+#include <utility>
+
 namespace nativeWindow {
 namespace {
 
@@ -28,10 +31,15 @@ class HostWindow : public QObject
 {
 public:
     HostWindow(Handle handle, QWidget *widget);
-    ~HostWindow() override { HostWindows().remove(handle); }
+    ~HostWindow() override;
 
     /// @return null when there is no such widget
     static HostWindow *At(Handle handle);
+    /// Whether the panel is this widget or around it.
+    bool HasInPanel(const QWidget *inner) const
+    {
+        return panel && (inner == panel || panel->isAncestorOf(inner));
+    }
 
     bool eventFilter(QObject *object, QEvent *event) override;
     void Hold(QWidget *child);
@@ -50,6 +58,95 @@ private:
     QPointer<QWidget> panel;
 };
 
+/// Keeps the host's chain of widgets and a panel's apart. Qt knows one chain for all widgets of a
+/// window, in the order in which they were made, and so would lead the Tab key from anywhere in the
+/// host into the middle of a panel. Here a panel's widgets are passed over, and its container stands
+/// for them: whoever has reached that is asked in.
+class FocusBorder : public QObject
+{
+public:
+    /// Stands as long as any container does.
+    static void Raise();
+    static void Lower();
+    /// The next widget of the host's that the Tab key reaches; the same one when there is no other.
+    static QWidget *Neighbour(QWidget *from, bool forward);
+
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    static bool IsInPanel(const QWidget *widget);
+    bool TurnBack(QWidget *entered, Qt::FocusReason reason);
+
+    QPointer<QWidget> left; // lost the focus that is on its way
+    const QWidget *turnedBack = nullptr;
+
+    static FocusBorder *instance;
+};
+
+FocusBorder *FocusBorder::instance = nullptr;
+
+void FocusBorder::Raise()
+{
+    if (instance)
+        return;
+    instance = new FocusBorder;
+    qApp->installEventFilter(instance);
+}
+
+void FocusBorder::Lower()
+{
+    delete std::exchange(instance, nullptr);
+}
+
+bool FocusBorder::IsInPanel(const QWidget *widget)
+{
+    const auto &windows = HostWindows();
+    return std::any_of(windows.cbegin(), windows.cend(),
+        [widget](const HostWindow *window) { return window->HasInPanel(widget); });
+}
+
+QWidget *FocusBorder::Neighbour(QWidget *from, bool forward)
+{
+    QWidget *widget = from;
+    do {
+        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
+        const bool isReached = (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled()
+            && widget->isVisible() && !IsInPanel(widget);
+        if (isReached)
+            break;
+    } while (widget != from);
+    return widget;
+}
+
+/// A widget that is turned back has not noticed anything: it gets neither of the two events.
+bool FocusBorder::eventFilter(QObject *object, QEvent *event)
+{
+    const bool isOut = event->type() == QEvent::FocusOut;
+    if (!isOut && event->type() != QEvent::FocusIn)
+        return false;
+    auto *widget = qobject_cast<QWidget *>(object);
+    if (!widget) // styles are told as well
+        return false;
+    if (!isOut)
+        return TurnBack(widget, static_cast<QFocusEvent *>(event)->reason());
+    left = widget;
+    return widget == turnedBack;
+}
+
+/// @return true when a widget of a panel had got the focus from the host's chain
+bool FocusBorder::TurnBack(QWidget *entered, Qt::FocusReason reason)
+{
+    const QPointer<QWidget> from = std::exchange(left, nullptr);
+    if (reason != Qt::TabFocusReason && reason != Qt::BacktabFocusReason)
+        return false;
+    if (!from || IsInPanel(from) || from->window() != entered->window() || !IsInPanel(entered))
+        return false;
+    turnedBack = entered;
+    Neighbour(from, reason == Qt::TabFocusReason)->setFocus(reason);
+    turnedBack = nullptr;
+    return true;
+}
+
 /// A widget's own handling of its events, as a procedure.
 std::intptr_t OrdinaryProcedure(Handle window, unsigned, std::uintptr_t, std::intptr_t)
 {
@@ -62,8 +159,16 @@ HostWindow::HostWindow(Handle handle, QWidget *widget)
     : QObject(widget), handle(handle), widget(widget), procedure(OrdinaryProcedure)
 {
     HostWindows().insert(handle, this);
+    FocusBorder::Raise();
     widget->installEventFilter(this);
     connect(widget, &QObject::destroyed, this, &HostWindow::LetGo);
+}
+
+HostWindow::~HostWindow()
+{
+    HostWindows().remove(handle);
+    if (HostWindows().isEmpty())
+        FocusBorder::Lower();
 }
 
 HostWindow *HostWindow::At(Handle handle)
@@ -139,21 +244,6 @@ QWidget *Find(Handle handle)
     if (const HostWindow *known = HostWindows().value(handle))
         return known->widget;
     return handle ? QWidget::find(reinterpret_cast<WId>(handle)) : nullptr;
-}
-
-/// The next widget of the host's in the chain that the Tab key reaches, behind a container or before
-/// it; the container when there is none.
-QWidget *NeighbourOf(QWidget *container, bool forward)
-{
-    QWidget *widget = container;
-    do {
-        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
-        const bool isReached = (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled()
-            && widget->isVisible() && !container->isAncestorOf(widget);
-        if (isReached)
-            break;
-    } while (widget != container);
-    return widget;
 }
 
 } // namespace
@@ -265,7 +355,10 @@ void Activate(Handle window)
 Handle GetFocus()
 {
     const QWidget *focused = QApplication::focusWidget();
-    return focused ? reinterpret_cast<Handle>(focused->effectiveWinId()) : nullptr;
+    if (!focused)
+        return nullptr;
+    // As the host hands it over. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<Handle>(focused->effectiveWinId());
 }
 
 /// A window of widgets knows which of them has its focus.
@@ -278,7 +371,7 @@ void SetFocus(Handle window, Onward onward)
         widget->window()->activateWindow();
     if (onward != Onward::Nowhere) {
         const bool forward = onward == Onward::Forward;
-        NeighbourOf(widget, forward)
+        FocusBorder::Neighbour(widget, forward)
             ->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
         return;
     }

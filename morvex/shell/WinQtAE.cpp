@@ -7,7 +7,9 @@
 
 namespace {
 
-constexpr char kPanelProperty[] = "WinTools"; // of the container: the panel in it
+// Properties of the container.
+constexpr char kPanel[] = "WinTools"; // the panel in it
+constexpr char kOwnProcedure[] = "WinToolsProcedure"; // what its own procedure was
 
 WinQtAE *livePanels = nullptr;
 
@@ -30,18 +32,14 @@ constexpr HandedKey kHandedKeys[] = {
 WinQtAE::WinQtAE(SPBasicSuite *basicSuite, AEGP_PluginID pluginId, AEGP_PanelH panel,
     AEGP_PlatformViewRef container, AEGP_PanelFunctions1 *functions)
     : WinQtAECallback(basicSuite, panel, container, functions)
-    , oldWndProc(nativeWindow::GetProcedure(container))
+    , oldWndProc(OwnProcedure(container))
     , basicSuite(basicSuite)
     , pluginId(static_cast<std::uint32_t>(pluginId))
     , nextLive(livePanels)
 {
-    if (oldWndProc == ContainerProcedure) { // of an earlier panel; it would call itself for ever
-        const WinQtAE *earlier = PanelIn(container);
-        oldWndProc = earlier ? earlier->oldWndProc : nullptr;
-    }
     livePanels = this;
     nativeWindow::SetProcedure(container, ContainerProcedure);
-    nativeWindow::SetProperty(container, kPanelProperty, this);
+    nativeWindow::SetProperty(container, kPanel, this);
 }
 
 WinQtAE::~WinQtAE()
@@ -53,10 +51,22 @@ WinQtAE::~WinQtAE()
         *link = nextLive;
 }
 
+/// An earlier panel in the same container has left its procedure, which is this one: it would call
+/// itself for ever.
+nativeWindow::Procedure WinQtAE::OwnProcedure(nativeWindow::Handle window)
+{
+    const nativeWindow::Procedure found = nativeWindow::GetProcedure(window);
+    if (found == ContainerProcedure)
+        return reinterpret_cast<nativeWindow::Procedure>(
+            nativeWindow::GetProperty(window, kOwnProcedure));
+    nativeWindow::SetProperty(window, kOwnProcedure, reinterpret_cast<void *>(found));
+    return found;
+}
+
 /// The property outlives a panel that is deleted before its container.
 WinQtAE *WinQtAE::PanelIn(nativeWindow::Handle window)
 {
-    const void *panel = nativeWindow::GetProperty(window, kPanelProperty);
+    const void *panel = nativeWindow::GetProperty(window, kPanel);
     WinQtAE *live = livePanels;
     while (live && live != panel)
         live = live->nextLive;

@@ -33,6 +33,7 @@ protected:
 private:
     static std::intptr_t ContainerProcedure(
         nativeWindow::Handle window, unsigned message, std::uintptr_t first, std::intptr_t second);
+    static nativeWindow::Procedure OwnProcedure(nativeWindow::Handle window);
     /// @return null for a window without a panel, or whose panel is gone
     static WinQtAE *PanelIn(nativeWindow::Handle window);
 

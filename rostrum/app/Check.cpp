@@ -2,6 +2,7 @@
 
 #include "app/CheckReport.h"
 #include "app/CheckWalk.h"
+#include "app/OffScreen.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -95,7 +96,7 @@ bool RunWalk(const CheckSettings &settings, bool withApplication, const QTempora
     std::printf("%s the host's application object\n", withApplication ? "With" : "\nWithout");
     std::fflush(stdout);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    KeepOffScreen(&environment);
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
     QProcess walk;
     walk.setProcessEnvironment(environment);

@@ -1,6 +1,7 @@
 #include "CheckWalk.h"
 
 #include "app/CheckReport.h"
+#include "app/OffScreen.h"
 #include "suites/Host.h"
 
 #include <QApplication>
@@ -43,6 +44,7 @@ private:
             return nullptr; // no window can be made in this process
         auto window = std::make_unique<QWidget>();
         window->resize(861, 500);
+        KeepOffScreen(window.get());
         const WId id = window->winId();
         containers[name] = std::move(window);
         // A host hands its window over as a pointer. NOLINTNEXTLINE(performance-no-int-to-ptr)

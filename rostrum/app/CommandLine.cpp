@@ -3,6 +3,8 @@
 #include "app/Check.h"
 #include "app/CheckWalk.h"
 #include "app/RenderCommand.h"
+#include "app/Terminal.h"
+#include "app/WindowCommand.h"
 
 #include <QStringList>
 
@@ -23,9 +25,7 @@ constexpr char kHelp[]
       "                              unless told\n"
       "      --time-limit SECONDS    for each step of the walk, 60 unless told\n"
       "  rostrum --version\n"
-      "  rostrum --help\n"
-      "\n"
-      "The window of the program is still to come.\n";
+      "  rostrum --help\n";
 
 int NotUnderstood(const QString &why)
 {
@@ -89,26 +89,25 @@ int RunCheckCommand(const QString &command, const QStringList &words, int argc, 
 
 int RunCommandLine(int argc, char **argv)
 {
-    QStringList words;
-    for (int i = 1; i < argc; ++i)
-        words << QString::fromLocal8Bit(argv[i]);
-    if (words.isEmpty())
-        return NotUnderstood(QStringLiteral("a command is wanted"));
+    PrepareTerminal();
+    QStringList words = CommandWords(argc, argv).mid(1);
+    if (words.value(0) == QLatin1String("render"))
+        return RunRender(words.mid(1)); // it needs no display, and may have none
+    if (OpensWindow(words))
+        return RunWindow(words, argc, argv);
 
     const QString command = words.takeFirst();
     if (command == QLatin1String("--check") || command == QLatin1String(kWalkWithApplication)
         || command == QLatin1String(kWalkWithoutApplication)) {
         return RunCheckCommand(command, words, argc, argv);
     }
-    if (command == QLatin1String("render"))
-        return RunRender(words); // it needs no display, and may have none
     const bool isHelp = command == QLatin1String("--help");
     if (!isHelp && command != QLatin1String("--version"))
         return NotUnderstood(QStringLiteral("\"%1\" is no command").arg(command));
     if (!words.isEmpty())
         return NotUnderstood(QStringLiteral("%1 stands alone").arg(command));
     if (isHelp)
-        std::printf("%s%s%s", kTitle, kRenderHelp, kHelp);
+        std::printf("%s%s%s%s", kTitle, kWindowHelp, kRenderHelp, kHelp);
     else
         std::printf("rostrum %s\n", ROSTRUM_VERSION);
     return 0;

@@ -1,5 +1,6 @@
 // What can be typed behind "rostrum".
 //
+//     rostrum [PROJECT] [--plug-in FILE]... [--effect-names en|fr]
 //     rostrum render PROJECT --out FOLDER [--frames A-B] [--comp NAME] [--transparent]
 //     rostrum --check PLUGIN [--effect-names en|fr] [--time-limit SECONDS]
 //     rostrum --version

@@ -1,5 +1,6 @@
 #include "RenderCommand.h"
 
+#include "app/Terminal.h"
 #include "core/ProjectFile.h"
 #include "render/ConsoleProgress.h"
 
@@ -9,7 +10,6 @@
 #include <csignal>
 #include <cstdio>
 #include <memory>
-#include <unistd.h>
 
 namespace rostrum {
 namespace {
@@ -145,7 +145,7 @@ RenderResult Render(const Project &project, ItemId composition, const RenderWord
     job.SetFolder(words.folder);
     job.SetBackground(!words.isTransparent);
     const StopOnInterrupt stop;
-    ConsoleProgress console(stderr, isatty(STDERR_FILENO) != 0);
+    ConsoleProgress console(stderr, IsTerminal(stderr));
     RenderResult result = job.Run([&](const RenderProgress &progress) {
         console.Show(progress);
         return !StopOnInterrupt::IsWanted();

@@ -77,6 +77,15 @@ int FindKey(const Project &project, ItemId composition, const KeyId &key)
     return stream ? stream->FindKey(key.time) : -1;
 }
 
+int KeyInFrame(const Stream &stream, const Layer &layer, const Rate &rate, int frame)
+{
+    const int index = stream.KeysBefore(layer.ToLayerTime(rate.FrameTime(frame)));
+    return index < stream.KeyCount()
+            && layer.ToCompTime(stream.KeyAt(index).time) < rate.FrameTime(frame + 1)
+        ? index
+        : -1;
+}
+
 bool SetStreamValue(Project &project, ItemId composition, LayerId layer, const StreamId &id,
     const Time &compTime, const StreamValue &value)
 {

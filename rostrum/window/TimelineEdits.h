@@ -31,6 +31,9 @@ using KeyIds = std::set<KeyId>;
 /// The key's index in its stream, -1 when it is gone.
 int FindKey(const Project &project, ItemId composition, const KeyId &key);
 
+/// The first key that lies in a frame, at its start or behind it, -1 when there is none.
+int KeyInFrame(const Stream &stream, const Layer &layer, const Rate &rate, int frame);
+
 /// The value at a time: of the key there, of a new key where the stream has keys, else for good. A
 /// time remap always gets a key, since keys are all that it has.
 /// @return false when there is no such stream; nothing changes then

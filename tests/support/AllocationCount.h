@@ -1,5 +1,5 @@
-// Counts what the whole process allocates, whoever asks: our code, Qt, the C++ library. For glibc,
-// and not for builds under the address sanitizer, which has an allocator of its own.
+// Counts what the whole process allocates, whoever asks: our code, Qt, the C++ library. Not for builds
+// under the address sanitizer, which has an allocator of its own.
 #pragma once
 
 namespace testing {

@@ -118,11 +118,9 @@ struct ChildResult
 };
 
 /// Runs this program again, to see what it prints, or how it ends.
-inline ChildResult RunChild(const QString &mode,
-    const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
+inline ChildResult RunChild(const QString &mode)
 {
     QProcess child;
-    child.setProcessEnvironment(environment);
     child.start(QCoreApplication::applicationFilePath(), { mode });
     if (!child.waitForFinished() || child.exitStatus() != QProcess::NormalExit)
         return { -1, child.readAllStandardOutput(), child.readAllStandardError() };

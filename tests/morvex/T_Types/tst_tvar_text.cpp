@@ -1,6 +1,7 @@
 #include "TypedFixtures.h"
 
 #include "support/vnLog.h"
+#include "testing/Platform.h"
 #include "testing/TestMain.h"
 
 #include <QPoint>
@@ -60,23 +61,6 @@ quint64 Bits(double value)
     quint64 bits;
     std::memcpy(&bits, &value, sizeof bits);
     return bits;
-}
-
-/// Compiles a locale with a decimal comma. @return what is missing for that, empty when it stands
-QString MakeFrenchLocale(const QString &path)
-{
-    QProcess make;
-    make.start(QStringLiteral("localedef"),
-        { QStringLiteral("-i"), QStringLiteral("fr_FR"), QStringLiteral("-f"),
-            QStringLiteral("UTF-8"), path });
-    if (!make.waitForStarted())
-        return QStringLiteral("localedef cannot be run; install the package libc-bin");
-    if (!make.waitForFinished())
-        return QStringLiteral("localedef does not come to an end");
-    const QString complaint = QString::fromLocal8Bit(make.readAllStandardError().trimmed());
-    if (make.exitCode() == 0 && complaint.isEmpty())
-        return QString();
-    return QStringLiteral("localedef made no fr_FR; install the package locales: ") + complaint;
 }
 
 /// One field of each type, with a variable on it.
@@ -552,14 +536,7 @@ void TestTVarText::theDummyVariableSwallowsAnyLine()
 void TestTVarText::theFormatHasThePointInALocaleWithACommaToo()
 {
     // A user whose country writes a comma saved a dashboard that nobody else could read.
-    const QTemporaryDir locales;
-    const QString failure = MakeFrenchLocale(locales.filePath(QStringLiteral("fr_FR.UTF-8")));
-    QVERIFY2(failure.isEmpty(), qPrintable(failure));
-
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LOCPATH"), locales.path());
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("fr_FR.UTF-8"));
-    const typed::ChildResult child = typed::RunChild(QStringLiteral("--locale"), environment);
+    const typed::ChildResult child = typed::RunChild(QStringLiteral("--locale"));
     QCOMPARE(child.exitCode, 0);
     QCOMPARE(child.out.mid(child.out.indexOf(':')),
         ": the runtime writes 1,5\n"
@@ -569,10 +546,13 @@ void TestTVarText::theFormatHasThePointInALocaleWithACommaToo()
 
 namespace {
 
-/// The child's part: what a variable writes and reads in the locale that the environment names.
+/// The child's part: what a variable writes and reads where the comma is decimal.
 void ShowNumbersOfTheLocale()
 {
-    std::setlocale(LC_ALL, "");
+    const QTemporaryDir locales;
+    const QString failure = testing::SetCommaLocale(locales.path());
+    if (!failure.isEmpty())
+        std::printf("%s\n", qPrintable(failure));
     std::printf(": the runtime writes %.1f\n", 1.5);
     T_LinkedPoint point = { 1.5, -2.5, 0 };
     T_Var var(TV_LINKED_POINT, QString(), &point, TG_DEFAULT);

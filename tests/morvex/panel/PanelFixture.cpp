@@ -65,7 +65,8 @@ bool IsRebuildLine(const QString &line)
 bool IsPanelLine(const QString &line)
 {
     return line.startsWith(QLatin1String("OnSpinNotify "))
-        || line.startsWith(QLatin1String("NoCompoSelected "));
+        || line.startsWith(QLatin1String("NoCompoSelected "))
+        || line == QLatin1String("T_Struct::OnButtonClicked");
 }
 
 } // namespace
@@ -105,6 +106,7 @@ void PanelFixture::Open()
         = new WinExpo(host.BasicSuite(), GetVipLi()->PluginId, /*panel=*/nullptr, view, &functions);
     container->show();
     container->activateWindow();
+    QCoreApplication::processEvents(); // which mostly is enough: the waits below go in long steps
     QVERIFY(QTest::qWaitForWindowActive(container.get()));
     QTRY_VERIFY(panel->isVisible()); // by the container's first paint
 }
@@ -208,7 +210,12 @@ void PanelFixture::Type(const void *field, const QString &text)
     input->setFocus();
     QTest::keyClick(input, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(input, Qt::Key_Delete);
-    QTest::keyClicks(input, text);
+    for (const QChar letter : text) { // QTest's own way knows no letters beyond ASCII
+        for (const QEvent::Type type : { QEvent::KeyPress, QEvent::KeyRelease }) {
+            QKeyEvent event(type, /*key=*/0, Qt::NoModifier, QString(letter));
+            QApplication::sendEvent(input, &event);
+        }
+    }
     QTest::keyClick(input, Qt::Key_Return);
     Settle();
 }
@@ -267,6 +274,16 @@ void PanelFixture::ClickCell(int col, int row, Qt::KeyboardModifiers modifiers)
     SendMouse(QEvent::MouseButtonPress, Middle(col, row), modifiers);
     SendMouse(QEvent::MouseButtonRelease, Middle(col, row), modifiers);
     Settle();
+}
+
+void PanelFixture::TypeCell(const QString &text)
+{
+    QTest::keyClick(&Grid(), text[0].toLatin1()); // the first character opens the editor
+    auto *editor = Grid().viewport()->findChild<QLineEdit *>();
+    QVERIFY2(editor, "typing opened no editor");
+    QTest::keyClicks(editor, text.mid(1));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_VERIFY(!Grid().viewport()->findChild<QLineEdit *>()); // the table deletes it later
 }
 
 void PanelFixture::DragCells(int fromCol, int fromRow, int toCol, int toRow)

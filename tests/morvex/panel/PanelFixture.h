@@ -65,6 +65,8 @@ public:
     /// What an editor shows.
     QString TextOf(const void *field, int number = 0) const;
     void ClickCell(int col, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Types over the current cell and ends with Return.
+    void TypeCell(const QString &text);
     void DragCells(int fromCol, int fromRow, int toCol, int toRow);
 
     /// What has been written to the log page since the last call, without the sheet's trace lines.

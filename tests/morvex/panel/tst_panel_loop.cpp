@@ -173,7 +173,8 @@ void TestPanelLoop::aLongNameIsKeptAsTheHostTellsIt_data()
     const QString letters = QStringLiteral("abcdefghijklmnopqrstuvwxyz0123456789");
     QTest::newRow("31 bytes") << letters.left(31) << letters.left(31);
     QTest::newRow("36 bytes") << letters << letters.left(31);
-    QTest::newRow("accents, two bytes each") << QString(20, QChar(0xE9)) << QString(15, QChar(0xE9));
+    QTest::newRow("accents, two bytes each")
+        << QString(20, QChar(0xE9)) << QString(15, QChar(0xE9));
 }
 
 void TestPanelLoop::aLongNameIsKeptAsTheHostTellsIt()
@@ -188,7 +189,8 @@ void TestPanelLoop::aLongNameIsKeptAsTheHostTellsIt()
     QCOMPARE(panel.Grid().columnCount(), 3);
     panel.host.GetTrace().Start();
     panel.Poll();
-    QCOMPARE(panel.host.GetTrace().Count("AEGP_StartUndoGroup"), 0); // no reload: the names are equal
+    QCOMPARE(
+        panel.host.GetTrace().Count("AEGP_StartUndoGroup"), 0); // no reload: the names are equal
 }
 
 void TestPanelLoop::withBothSyncOptionsOffNeitherFollowsTheOther()
@@ -216,8 +218,8 @@ void TestPanelLoop::withSyncColumnThePanelFollowsTheHostsLayer()
     shown.PickTab("Setup");
     shown.Tick(&GetDoc()->syncColumn);
     QVERIFY(GetDoc()->syncColumn);
-    shown.Change(shown.layers[2],
-        [](rostrum::Layer &layer) { layer.rotation = rostrum::Stream({ 33 }); });
+    shown.Change(
+        shown.layers[2], [](rostrum::Layer &layer) { layer.rotation = rostrum::Stream({ 33 }); });
     Select(shown, 2);
     shown.Poll();
     QCOMPARE(GetDoc()->GetCol(), 2);
@@ -285,7 +287,8 @@ void TestPanelLoop::oneUpdateServesColumnAndFrame()
     shown.SetHostFrame(9);
     shown.host.GetTrace().Start();
     shown.Poll();
-    QCOMPARE(shown.host.GetTrace().Count("AEGP_GetLayerStreamValue"), 4); // one reading of the mirror
+    QCOMPARE(
+        shown.host.GetTrace().Count("AEGP_GetLayerStreamValue"), 4); // one reading of the mirror
     QCOMPARE(GetDoc()->GetCol(), 0);
     QCOMPARE(GetDoc()->GetRow(), 9);
 }

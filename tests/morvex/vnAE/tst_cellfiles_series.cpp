@@ -120,8 +120,10 @@ void TestCellFilesSeries::theLowestNumberIsFound_data()
     row("only ASCII letters lose their case", text("ÉTÉ07.PNG"), "Été", "png", "-1 ");
     row("and these keep theirs", text("ÉTÉ07.PNG"), "ÉtÉ", "png", "7 ÉtÉ07.png");
     row("three bytes a letter", text("歩く12.png 歩く3.png"), "歩く", "png", "3 歩く3.png");
+#ifndef Q_OS_WIN // where no file can have that name
     row("characters of a pattern mean themselves", text("wa*k1.png walk2.png"), "wa*k", "png",
         "1 wa*k1.png");
+#endif
     row("brackets too", text("walk[0-9]1.png walk52.png"), "walk[0-9]", "png", "1 walk[0-9]1.png");
 }
 
@@ -168,6 +170,9 @@ void TestCellFilesSeries::aFolderIsNoFileOfTheSeries()
 
 void TestCellFilesSeries::aLinkCountsAsWhatItLeadsTo()
 {
+#ifdef Q_OS_WIN
+    QSKIP("a link is a file of another name there");
+#endif
     QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("below")));
     Make(QStringLiteral("drawing"));
     QVERIFY(QFile::link(PathOf(QStringLiteral("below")), PathOf(QStringLiteral("walk1.png"))));

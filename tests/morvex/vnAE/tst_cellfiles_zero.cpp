@@ -1,5 +1,6 @@
 // The blank image of a series, on real files, in a folder that lasts for one test function.
 #include "Drawings.h"
+#include "testing/Platform.h"
 #include "testing/TestMain.h"
 #include "vnAE/CellFiles.h"
 
@@ -8,14 +9,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <memory>
-
-#if __has_include(<sys/resource.h>) // a limit on the size of files; a user with fewer rights
-#include <sys/resource.h>
-#include <unistd.h>
-#define VN_TEST_HAS_LIMITS 1
-#endif
 
 namespace {
 
@@ -396,21 +390,11 @@ void TestCellFilesZero::aFolderInThePlaceOfTheBlankImageStopsIt()
 void TestCellFilesZero::aFolderWithoutWritePermissionStopsIt()
 {
     MakeDrawing(QStringLiteral("walk0001.png"));
-#ifdef VN_TEST_HAS_LIMITS
-    // The administrator may write anywhere, so that the call is made as a user of fewer rights.
-    const uid_t user = geteuid();
-    QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x5555)));
-    if (user == 0)
-        QCOMPARE(seteuid(65534), 0);
-    const QByteArray answer = Write("walk", "png");
-    if (user == 0)
-        QCOMPARE(seteuid(user), 0);
-    QVERIFY(QFile::setPermissions(folder->path(), QFile::Permissions(0x7755)));
-    QCOMPARE(answer, QByteArray("21 walk0001.png"));
+    {
+        const testing::WriteProtection protection(folder->path());
+        QCOMPARE(Write("walk", "png"), QByteArray("21 walk0001.png"));
+    }
     QCOMPARE(Files(), QStringList(QStringLiteral("walk0001.png")));
-#else
-    QSKIP("the system has no folders that cannot be written");
-#endif
 }
 
 void TestCellFilesZero::aDiskThatFillsUpLeavesNoHalfFile_data()
@@ -427,7 +411,6 @@ void TestCellFilesZero::aDiskThatFillsUpLeavesNoHalfFile_data()
 
 void TestCellFilesZero::aDiskThatFillsUpLeavesNoHalfFile()
 {
-#ifdef VN_TEST_HAS_LIMITS
     QFETCH(QString, extension);
     QFETCH(QSize, size);
     const QString first = QStringLiteral("walk01.") + extension;
@@ -435,21 +418,12 @@ void TestCellFilesZero::aDiskThatFillsUpLeavesNoHalfFile()
     drawing.fill(0x40C08060U);
     QVERIFY(drawing.save(PathOf(first)));
 
-    // A write past the limit fails as one to a full disk does, once its signal is ignored.
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before = {};
-    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const rlimit small = { /*bytes=*/1000, before.rlim_max };
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    QVERIFY(testing::LimitFileSize(/*bytes=*/1000));
     const QByteArray answer = Write("walk", extension.toLatin1());
-    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
-    std::signal(SIGXFSZ, SIG_DFL);
+    QVERIFY(testing::LiftFileSize());
 
     QCOMPARE(answer, "21 " + first.toLatin1());
     QCOMPARE(Files(), QStringList(first));
-#else
-    QSKIP("the system cannot limit the size of files");
-#endif
 }
 
 void TestCellFilesZero::theLongestNamesAreHandled()

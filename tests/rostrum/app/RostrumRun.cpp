@@ -72,7 +72,7 @@ RostrumRun RunRostrum(
 
 QString TestPlugin(const QString &name)
 {
-    return QStringLiteral(VN_TEST_PLUGINS "/%1.so").arg(name);
+    return QStringLiteral(VN_TEST_PLUGINS "/%1" VN_LIBRARY_SUFFIX).arg(name);
 }
 
 } // namespace testing

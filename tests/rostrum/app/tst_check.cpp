@@ -194,11 +194,11 @@ void TestCheck::thePathMayHoldSpacesAndAccents_data()
 {
     QTest::addColumn<QString>("name");
 
-    QTest::newRow("spaces") << QStringLiteral("my plug ins/well behaved one.so");
-    QTest::newRow("accents") << QStringLiteral("été à l'œuvre/bien élevé.so");
-    QTest::newRow("beyond the Latin letters") << QStringLiteral("原画/動画.so");
+    QTest::newRow("spaces") << QStringLiteral("my plug ins/well behaved one" VN_LIBRARY_SUFFIX);
+    QTest::newRow("accents") << QStringLiteral("été à l'œuvre/bien élevé" VN_LIBRARY_SUFFIX);
+    QTest::newRow("beyond the Latin letters") << QStringLiteral("原画/動画" VN_LIBRARY_SUFFIX);
     QTest::newRow("what the toolkit takes for a place of a text")
-        << QStringLiteral("100%1/%2 of %1.so");
+        << QStringLiteral("100%1/%2 of %1" VN_LIBRARY_SUFFIX);
     QTest::newRow("another suffix") << QStringLiteral("plug/well_behaved.aex");
 }
 
@@ -220,7 +220,8 @@ void TestCheck::aNameAloneIsAFileHereAndNoSystemLibrary()
 {
     const QString plugin = TestPlugin(QStringLiteral("well_behaved"));
 
-    const RostrumRun run = Check(QStringLiteral("well_behaved.so"), QFileInfo(plugin).path());
+    const RostrumRun run
+        = Check(QStringLiteral("well_behaved" VN_LIBRARY_SUFFIX), QFileInfo(plugin).path());
 
     QCOMPARE(run.status, 0);
     QCOMPARE(run.out.section(QLatin1Char('\n'), 0, 0), plugin);

@@ -15,6 +15,8 @@ private slots:
     void helpNamesEveryCommandAndOption();
     void wordsThatAreNotUnderstoodEndWithStatusTwo_data();
     void wordsThatAreNotUnderstoodEndWithStatusTwo();
+    void withoutADisplayTheWindowIsToldNotToOpen_data();
+    void withoutADisplayTheWindowIsToldNotToOpen();
     void effectNamesSetTheLanguageOfTheInstalledEffects_data();
     void effectNamesSetTheLanguageOfTheInstalledEffects();
 };
@@ -36,7 +38,7 @@ void TestCommandLine::helpNamesEveryCommandAndOption()
     QCOMPARE(run.err, QString());
     for (const char *word : { "--check PLUGIN", "--effect-names en|fr", "--time-limit SECONDS",
              "render PROJECT --out FOLDER", "--frames A-B", "--comp NAME", "--transparent",
-             "--version", "--help" })
+             "--version", "--help", "rostrum [PROJECT]", "--plug-in FILE" })
         QVERIFY2(run.out.contains(QLatin1String(word)), word);
     for (const QString &line : run.out.split(QLatin1Char('\n')))
         QVERIFY2(line.size() <= 80, qPrintable(line)); // the width of a plain terminal
@@ -55,11 +57,16 @@ void TestCommandLine::wordsThatAreNotUnderstoodEndWithStatusTwo_data()
     const char *wantsLanguage = "--effect-names wants en or fr";
     const char *wantsSeconds = "--time-limit wants seconds, 1 to 86400";
 
-    row("no word at all", {}, "a command is wanted");
-    row("a file alone", QStringLiteral("plug.so"), "\"plug.so\" is no command");
+    row("two projects", QStringLiteral("a.rostrum b.rostrum"), "one project is opened at a time");
+    row("no plug-in", QStringLiteral("--plug-in"), "--plug-in wants a file");
+    row("an option for a plug-in", QStringLiteral("a.rostrum --plug-in --effect-names en"),
+        "--plug-in wants a file");
+    row("an option that the window does not have", QStringLiteral("a.rostrum --frames 3"),
+        "\"--frames\" is no option of the window");
+    row("an unknown language for the window", QStringLiteral("--effect-names xx"), wantsLanguage);
     row("an unknown command", QStringLiteral("--chekc plug.so"), "\"--chekc\" is no command");
     row("an option first", QStringLiteral("--effect-names en --check plug.so"),
-        "\"--effect-names\" is no command");
+        "\"--check\" is no option of the window");
     row("--version and more", QStringLiteral("--version --help"), "--version stands alone");
     row("--help and more", QStringLiteral("--help me"), "--help stands alone");
     row("--check without a file", QStringLiteral("--check"), wantsFile);
@@ -83,8 +90,10 @@ void TestCommandLine::wordsThatAreNotUnderstoodEndWithStatusTwo_data()
         "\"--time-limit\" is no option of render");
     QTest::newRow("an empty file name")
         << QStringList{ QStringLiteral("--check"), QString() } << QString::fromLatin1(wantsFile);
-    QTest::newRow("a command beyond ASCII")
-        << QStringList{ QStringLiteral("vérifie") } << QStringLiteral("\"vérifie\" is no command");
+    QTest::newRow("an empty project name")
+        << QStringList{ QString() } << QStringLiteral("a project has a name");
+    QTest::newRow("a command beyond ASCII") << QStringList{ QStringLiteral("--vérifie") }
+                                            << QStringLiteral("\"--vérifie\" is no command");
 }
 
 void TestCommandLine::wordsThatAreNotUnderstoodEndWithStatusTwo()
@@ -97,6 +106,29 @@ void TestCommandLine::wordsThatAreNotUnderstoodEndWithStatusTwo()
     QCOMPARE(run.status, 2);
     QCOMPARE(run.out, QString());
     QCOMPARE(run.err, QStringLiteral("rostrum: %1; see rostrum --help\n").arg(why));
+}
+
+void TestCommandLine::withoutADisplayTheWindowIsToldNotToOpen_data()
+{
+    QTest::addColumn<QString>("display");
+    QTest::newRow("none named") << QString();
+    QTest::newRow("one that is not there") << QStringLiteral(":9987");
+}
+
+void TestCommandLine::withoutADisplayTheWindowIsToldNotToOpen()
+{
+    QFETCH(QString, display);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : { "QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY" })
+        environment.remove(QLatin1String(name));
+    if (!display.isEmpty())
+        environment.insert(QStringLiteral("DISPLAY"), display);
+
+    const RostrumRun run = RunRostrum({}, {}, environment);
+
+    QCOMPARE(run.status, 1);
+    QVERIFY2(run.err.startsWith(QStringLiteral("rostrum: no window can be opened")),
+        qPrintable(run.err));
 }
 
 void TestCommandLine::effectNamesSetTheLanguageOfTheInstalledEffects_data()

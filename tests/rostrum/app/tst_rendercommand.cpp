@@ -2,6 +2,7 @@
 #include "core/FootageFiles.h"
 #include "core/ProjectFile.h"
 
+#include "testing/Platform.h"
 #include "testing/TestMain.h"
 
 #include <QDir>
@@ -9,8 +10,6 @@
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
-
-#include <csignal>
 
 using namespace rostrum;
 
@@ -247,7 +246,7 @@ void TestRenderCommand::ctrlCEndsWithWholeFiles()
         { QStringLiteral("--run"), PathOf("a.rostrum"), QStringLiteral("--out"), PathOf("out") });
     QVERIFY(child.waitForStarted());
     QVERIFY(child.waitForReadyRead()); // the first line of the way: it has begun
-    QCOMPARE(::kill(static_cast<pid_t>(child.processId()), SIGINT), 0);
+    QVERIFY(testing::Interrupt(child));
     QVERIFY(child.waitForFinished());
     QCOMPARE(child.exitStatus(), QProcess::NormalExit);
     QCOMPARE(child.exitCode(), 1);
@@ -261,6 +260,7 @@ void TestRenderCommand::ctrlCEndsWithWholeFiles()
 int main(int argc, char **argv)
 {
     if (argc > 1 && qstrcmp(argv[1], "--run") == 0) {
+        testing::AwaitInterrupt();
         QStringList words;
         for (int i = 2; i < argc; ++i)
             words << QString::fromLocal8Bit(argv[i]);

@@ -196,8 +196,10 @@ void TestFootageFiles::whatBelongsToASeries_data()
         "ÉTÉ[1-2].PNG");
     row("digits of other scripts are letters", "walk٣1.png walk٤2.png", "walk٣1.png", "walk٣1.png",
         { 1 }, "walk٣[1-1].png");
+#ifndef Q_OS_WIN // where no file can have that name
     row("signs that stand for something elsewhere", "a%1[*]?1.png a%1[*]?2.png axx1.png",
         "a%1[*]?1.png", "a%1[*]?1.png a%1[*]?2.png", { 1, 2 }, "a%1[*]?[1-2].png");
+#endif
 }
 
 void TestFootageFiles::whatBelongsToASeries()
@@ -225,6 +227,9 @@ void TestFootageFiles::gapsInASeriesCloseUp()
 
 void TestFootageFiles::aFolderOrADeadLinkIsNoFileOfASeries()
 {
+#ifdef Q_OS_WIN
+    QSKIP("a link is a file of another name there");
+#endif
     const Cut cut;
     cut.Draw({ Text("walk1.png"), Text("elsewhere.png") });
     QVERIFY(QDir(cut.Folder()).mkdir(Text("walk2.png")));

@@ -2,6 +2,7 @@
 #include "RenderFixture.h"
 #include "render/ConsoleProgress.h"
 
+#include "testing/Platform.h"
 #include "testing/TestMain.h"
 
 #include <QDir>
@@ -9,9 +10,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <cstdio>
-#include <sys/resource.h>
 
 using namespace rostrum;
 using namespace testing;
@@ -459,14 +458,10 @@ namespace {
 
 /// The child of two tests: renders into a folder, a line for each frame; with a limit, no file may
 /// become larger than so many bytes.
-int RenderAsChild(const QString &folder, rlim_t limit)
+int RenderAsChild(const QString &folder, qint64 limit)
 {
-    if (limit > 0) {
-        std::signal(SIGXFSZ, SIG_IGN); // the write fails instead, as on a full disk
-        const rlimit bytes{ limit, limit };
-        if (setrlimit(RLIMIT_FSIZE, &bytes) != 0)
-            return 2;
-    }
+    if (limit > 0 && !LimitFileSize(limit))
+        return 2;
     const QScopedPointer<RenderFixture> scene(MakeScene());
     scene->project.EditComposition(scene->composition)->duration = Time{ 20000, 25 };
     RenderJob job(scene->project, scene->composition);
@@ -487,7 +482,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("--render"))
-        return RenderAsChild(arguments.value(2), arguments.value(3).toULong());
+        return RenderAsChild(arguments.value(2), arguments.value(3).toLongLong());
     TestRenderJob tests;
     return testing::RunTests(tests, argc, argv);
 }

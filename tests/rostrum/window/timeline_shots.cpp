@@ -2,6 +2,7 @@
 #include "core/FootageFiles.h"
 #include "support/vnPalette.h"
 #include "window/Session.h"
+#include "window/Timeline.h"
 #include "window/Viewer.h"
 
 #include <QApplication>
@@ -30,8 +31,8 @@ void SetLook()
 }
 
 /// Hold keys of the time remap: pairs of a frame and an image.
-void HoldImages(Project &project, ItemId composition, LayerId layer,
-    const QVector<QPair<int, int>> &images)
+void HoldImages(
+    Project &project, ItemId composition, LayerId layer, const QVector<QPair<int, int>> &images)
 {
     Stream &remap = project.EditLayer(composition, layer)->timeRemap;
     for (const auto &[frame, image] : images) {
@@ -117,7 +118,19 @@ int main(int argc, char **argv)
     session.SetCurrentFrame(13);
     Viewer viewer(session);
     viewer.resize(760, 480);
-    bool good = Save(viewer, folder.filePath(QStringLiteral("viewer.png")));
+    Timeline timeline(session);
+    timeline.resize(1180, 420);
+    timeline.show();
+    const QVector<LayerPtr> layers = session.ActiveComposition()->layers;
+    timeline.Board().ToggleFold(layers[1]->id);
+    timeline.Board().ToggleFold(layers[2]->id);
+    session.SelectLayers({ layers[2]->id });
+    timeline.Board().SelectKeys({ { layers[1]->id, { kRotation }, Rate().FrameTime(16) } });
+    bool good = Save(timeline, folder.filePath(QStringLiteral("timeline.png")));
+    timeline.Outline().OnEditValue(timeline.Board().Rows().RowOf(layers[1]->id, { kPosition }));
+    timeline.resize(700, 300);
+    good = Save(timeline, folder.filePath(QStringLiteral("timeline_small.png"))) && good;
+    good = Save(viewer, folder.filePath(QStringLiteral("viewer.png"))) && good;
     viewer.findChild<QToolButton *>(QStringLiteral("ckSafeFrames"))->click();
     viewer.findChild<QToolButton *>(QStringLiteral("ckChecker"))->click();
     session.Do("Relink", [&](Project &project) {
@@ -131,5 +144,6 @@ int main(int argc, char **argv)
     host.GetDocument().Replace(Project());
     session.Look();
     good = Save(viewer, folder.filePath(QStringLiteral("viewer_empty.png"))) && good;
+    good = Save(timeline, folder.filePath(QStringLiteral("timeline_empty.png"))) && good;
     return good ? 0 : 1;
 }

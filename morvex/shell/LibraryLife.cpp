@@ -1,0 +1,66 @@
+#include "shell/LibraryLife.h"
+
+#include "support/vnLog.h"
+#include "support/vnPalette.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace {
+
+bool ownsApplication = false;
+
+/// Qt's own deferred work, timers and repaints depend on it. What it throws must not get into the
+/// host's loop.
+void DeliverPostedEvents() noexcept
+{
+    try {
+        if (QCoreApplication::instance())
+            QCoreApplication::sendPostedEvents(/*receiver=*/nullptr, /*event_type=*/0);
+    } catch (...) { // as at every border to the host
+    }
+}
+
+/// A dark host, and widgets that do not stand out in it. The style comes after the palette, which it
+/// then takes over.
+void DressApplication()
+{
+    constexpr int kDarkSet = 1;
+    constexpr double kLightEnd = 1.0;
+    QPalette palette = QApplication::palette();
+    ApplyColorSet(palette, kDarkSet, kLightEnd);
+    QApplication::setPalette(palette);
+
+    QStyle *style = QStyleFactory::create(QStringLiteral("plastique"));
+    if (!style) {
+        vnLog::Instance()->Add("the style \"plastique\" is not installed, \"fusion\" is taken");
+        style = QStyleFactory::create(QStringLiteral("fusion"));
+    }
+    QApplication::setStyle(style);
+}
+
+} // namespace
+
+void OnLibraryLoad()
+{
+    if (QCoreApplication::instance())
+        return;
+    libraryLife::HookMessages(DeliverPostedEvents);
+    {
+        static int argumentCount = 0; // the application keeps a reference
+        const libraryLife::PlatformChoice platform;
+        new QApplication(argumentCount, /*argv=*/nullptr); // found by qApp, deleted below
+    }
+    libraryLife::KeepLoaded();
+    ownsApplication = true;
+    DressApplication();
+}
+
+void OnLibraryUnload()
+{
+    if (!ownsApplication)
+        return;
+    ownsApplication = false;
+    delete QCoreApplication::instance(); // null when somebody else has deleted it
+}

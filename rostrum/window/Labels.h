@@ -1,0 +1,21 @@
+// The sixteen label colours of items and layers, 0 being none.
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+#include <functional>
+
+QT_FORWARD_DECLARE_CLASS(QMenu)
+
+namespace rostrum {
+
+constexpr int kLabelCount = 16;
+
+/// Invalid for 0 and for what is no label.
+QColor LabelColor(int label);
+QString LabelName(int label);
+/// Entries for none and all labels. @param chosen is told which one
+void FillLabelMenu(QMenu *menu, const std::function<void(int label)> &chosen);
+
+} // namespace rostrum

@@ -1,0 +1,38 @@
+// What tests ask of the system beside what Qt offers: a full disk, a folder that must not be written,
+// an interrupt, a locale. One file for each system.
+#pragma once
+
+#include <QProcess>
+#include <QString>
+
+namespace testing {
+
+/// Makes every write beyond so many bytes of a file fail in this process, as if the disk were full.
+/// @return false when the system refuses
+bool LimitFileSize(qint64 bytes);
+/// Takes the limit away.
+bool LiftFileSize();
+
+/// As long as it lives nothing can be made or changed in a folder.
+class WriteProtection
+{
+public:
+    explicit WriteProtection(const QString &folder);
+    ~WriteProtection();
+    WriteProtection(const WriteProtection &) = delete;
+    WriteProtection &operator=(const WriteProtection &) = delete;
+
+private:
+    QString folder;
+};
+
+/// Lets a child of a test be interrupted. To be called by the child, before anything else.
+void AwaitInterrupt();
+/// Does to a child what Ctrl+C does. @return false when it could not be done
+bool Interrupt(QProcess &child);
+
+/// Sets a locale with a decimal comma, for the whole process. @return what is missing for that, empty
+/// when it is set
+QString SetCommaLocale(const QString &folder);
+
+} // namespace testing

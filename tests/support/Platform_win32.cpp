@@ -1,0 +1,113 @@
+#include "Platform.h"
+
+#include <QDir>
+
+#include <atomic>
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <thread>
+
+#include <windows.h>
+
+namespace testing {
+namespace {
+
+std::atomic<qint64> fileSizeLimit{ -1 }; // bytes; none below 0
+QString protectedFolder; // with backslashes and one at its end; empty when there is none
+
+bool IsProtected(const wchar_t *path)
+{
+    return !protectedFolder.isEmpty()
+        && QDir::toNativeSeparators(QString::fromWCharArray(path))
+               .contains(protectedFolder, Qt::CaseInsensitive);
+}
+
+template <typename Function>
+Function *SystemFunction(const char *name)
+{
+    return reinterpret_cast<Function *>(
+        reinterpret_cast<void *>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
+}
+
+BOOL WINAPI LimitedWriteFile(
+    HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED overlapped)
+{
+    static const auto write = SystemFunction<decltype(WriteFile)>("WriteFile");
+    LARGE_INTEGER position = {};
+    if (fileSizeLimit >= 0 && GetFileType(file) == FILE_TYPE_DISK
+        && SetFilePointerEx(file, {}, &position, FILE_CURRENT)
+        && position.QuadPart + size > fileSizeLimit) {
+        SetLastError(ERROR_DISK_FULL);
+        return FALSE;
+    }
+    return write(file, bytes, size, written, overlapped);
+}
+
+HANDLE WINAPI LimitedCreateFileW(LPCWSTR path, DWORD access, DWORD share,
+    LPSECURITY_ATTRIBUTES security, DWORD disposition, DWORD flags, HANDLE model)
+{
+    static const auto create = SystemFunction<decltype(CreateFileW)>("CreateFileW");
+    if ((access & (GENERIC_WRITE | GENERIC_ALL | FILE_WRITE_DATA)) && IsProtected(path)) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+    }
+    return create(path, access, share, security, disposition, flags, model);
+}
+
+} // namespace
+} // namespace testing
+
+// The addresses that a program linked with these two functions calls them through, Qt's code too.
+// The linker takes what stands in the program before what a library of imports offers.
+extern "C" {
+decltype(&WriteFile) __imp_WriteFile = testing::LimitedWriteFile;
+decltype(&CreateFileW) __imp_CreateFileW = testing::LimitedCreateFileW;
+}
+
+namespace testing {
+
+bool LimitFileSize(qint64 bytes)
+{
+    fileSizeLimit = bytes;
+    return true;
+}
+
+bool LiftFileSize()
+{
+    fileSizeLimit = -1;
+    return true;
+}
+
+WriteProtection::WriteProtection(const QString &folder) : folder(folder)
+{
+    protectedFolder = QDir::toNativeSeparators(QDir(folder).absolutePath()) + QLatin1Char('\\');
+}
+
+WriteProtection::~WriteProtection()
+{
+    protectedFolder.clear();
+}
+
+/// Only the processes of one console can send each other a Ctrl+C, and a child that a test starts has
+/// none. The runtime calls a signal's function on a thread of its own; so does this.
+void AwaitInterrupt()
+{
+    std::thread([] {
+        if (std::getchar() != EOF)
+            std::raise(SIGINT);
+    }).detach();
+}
+
+bool Interrupt(QProcess &child)
+{
+    return child.write("\n") == 1 && child.waitForBytesWritten();
+}
+
+QString SetCommaLocale(const QString &)
+{
+    return std::setlocale(LC_ALL, "French_France.1252") ? QString()
+                                                        : QStringLiteral("there is no French");
+}
+
+} // namespace testing
