@@ -1,7 +1,6 @@
 #include "PanelMonkey.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDialog>
 #include <QMenu>
 #include <QMouseEvent>
@@ -49,7 +48,6 @@ PanelMonkey::PanelMonkey(PanelStage &stage, quint32 seed) : stage(stage), dice(s
 {
     WriteSeries(folder.path(), QStringLiteral("ink"), 1, 6);
     stage.Document().path = folder.filePath(QStringLiteral("scene.rostrum"));
-    QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "deleteLater"); // see AnyWidget
     connect(&popups, &QTimer::timeout, this, &PanelMonkey::AnswerPopup);
     popups.start(1);
 }
