@@ -1,13 +1,12 @@
 // Pictures of viewer and timeline over a made-up scene, to be looked at: timeline_shots FOLDER
 #include "core/FootageFiles.h"
-#include "support/vnPalette.h"
 #include "window/Session.h"
+#include "window/Style.h"
 #include "window/Timeline.h"
 #include "window/Viewer.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QStyleFactory>
 #include <QToolButton>
 
 #include <cstdio>
@@ -15,20 +14,6 @@
 using namespace rostrum;
 
 namespace {
-
-void SetLook()
-{
-    QPalette palette = QApplication::palette();
-    ApplyColorSet(palette, /*set=*/1, /*range=*/0.2);
-    const QColor window = palette.color(QPalette::Window);
-    palette.setColor(QPalette::Midlight, window.lighter(120));
-    palette.setColor(QPalette::Dark, window.darker(140));
-    palette.setColor(QPalette::ToolTipBase, window.lighter(130));
-    palette.setColor(QPalette::ToolTipText, palette.color(QPalette::WindowText));
-    if (QStyle *style = QStyleFactory::create(QStringLiteral("plastique")))
-        QApplication::setStyle(style);
-    QApplication::setPalette(palette);
-}
 
 /// Hold keys of the time remap: pairs of a frame and an image.
 void HoldImages(
@@ -111,7 +96,7 @@ int main(int argc, char **argv)
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    SetLook();
+    ApplyStyle(application);
     Host host;
     MakeScene(host);
     Session session(host);
