@@ -23,7 +23,8 @@ constexpr Label kLabels[kLabelCount] = { { "Red", 0xffb04848 }, { "Yellow", 0xff
 
 QColor LabelColor(int label)
 {
-    return label >= 1 && label <= kLabelCount ? QColor(kLabels[label - 1].color) : QColor();
+    return label >= 1 && label <= kLabelCount ? QColor(kLabels[label - 1].color)
+                                              : QColor(120, 126, 134);
 }
 
 QString LabelName(int label)
