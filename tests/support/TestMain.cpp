@@ -14,9 +14,10 @@ std::function<QString()> endCheck;
 /// Lines that the product prints in its ordinary course, so that no test has to announce them.
 bool IsTraceLine(const QByteArray &line)
 {
-    static const QRegularExpression trace(QStringLiteral(
-        "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise|"
-        "grabbing the keyboard)"));
+    static const QRegularExpression trace(
+        QStringLiteral("NewHook |setText2|\\bx y |This plugin does not support "
+                       "(propagateSizeHints|raise|lower|setParent|"
+                       "grabbing the keyboard)"));
     return trace.match(QString::fromUtf8(line)).hasMatch();
 }
 
