@@ -60,6 +60,7 @@ MainWindow::MainWindow(Host &host, const Places &places)
     setObjectName(QStringLiteral("rostrum"));
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea); // a sheet wants height
     setCentralWidget(viewer);
     panels = new PanelDocks(session, this);
     idle = new PluginIdle(session, this);
