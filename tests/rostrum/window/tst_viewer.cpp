@@ -544,6 +544,7 @@ void TestViewer::previewIsShownWhileItLasts()
     QCOMPARE(shown.Pixel(), QColor(0, 0, 255));
     shown.viewer.OnPreviewEnd();
     QCOMPARE(shown.Drawing(), 0);
+    QCOMPARE(shown.viewer.Frames().Renderings(), 1); // what was kept is there yet
 }
 
 void TestViewer::clickPutsTheCompositionInFront()
