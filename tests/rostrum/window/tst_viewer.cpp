@@ -1,4 +1,4 @@
-// The viewer as a person meets it: what its pixels are, what its numbers say, what keys and wheel do.
+// The viewer as a person meets it: what its pixels are, what its numbers say, what keys do.
 #include "DrawnScene.h"
 #include "MouseHand.h"
 #include "testhost/HostTestMain.h"
