@@ -48,7 +48,11 @@ ItemId MakeScene(Host &host)
     scene.background = { 0.75, 0.82, 0.86 };
     const ItemId composition = project.AddComposition("scene 12", scene);
     const auto drawings
-        = ImportDrawings(QStringLiteral(VN_SAMPLES "/walk/walk0001.png"), /*series=*/true);
+        = ImportDrawings(QStringLiteral(VN_SAMPLES "/puddles/walk/walk0001.png"), /*series=*/true);
+    if (!drawings.Ok()) {
+        std::fprintf(stderr, "%s\n", qPrintable(drawings.error));
+        return 0;
+    }
     const ItemId walk = project.AddFootage(drawings.name, drawings.footage);
     Solid hill;
     hill.size = QSize(640, 120);
@@ -98,7 +102,8 @@ int main(int argc, char **argv)
     const QDir folder(QString::fromLocal8Bit(argv[1]));
     ApplyStyle(application);
     Host host;
-    MakeScene(host);
+    if (!MakeScene(host))
+        return 1;
     Session session(host);
     session.SetCurrentFrame(13);
     Viewer viewer(session);
