@@ -37,6 +37,13 @@ public:
         return windows;
     }
 
+    /// All that the panel shows, as a display would have it painted.
+    void Paint(const QByteArray &name) const
+    {
+        if (QWidget *window = Find(name))
+            window->grab();
+    }
+
 private:
     AEGP_PlatformViewRef Make(const QByteArray &name)
     {
@@ -120,7 +127,9 @@ void ServeTimers()
 class Walk
 {
 public:
-    explicit Walk(Host &host) : host(host), driver(host.Driver()) { }
+    Walk(Host &host, const Containers &containers)
+        : host(host), driver(host.Driver()), containers(containers)
+    { }
 
     /// @return false when the plug-in could not be loaded, or answered an error
     bool Load(const QString &plugin);
@@ -148,6 +157,7 @@ private:
 
     Host &host;
     HostDriver &driver;
+    const Containers &containers;
 };
 
 bool Walk::Load(const QString &plugin)
@@ -259,12 +269,14 @@ void Walk::GoThroughPanel(const QByteArray &name)
     seen.isMade = driver.IsPanelMade(name);
     if (seen.isMade) {
         Idle(when);
+        Step("the painting of " + panel, [&] { containers.Paint(name); });
         UpdateMenus(AEGP_WindType_COMP, when);
         Step("the snap sizes of " + panel, [&] { seen.snapSizes = driver.PanelSnapSizes(name); });
         RunHostCommands(when);
         ChangeHost(when);
         RunFlyout(seen);
         Step("the wait for timers " + when, ServeTimers);
+        Step("the second painting of " + panel, [&] { containers.Paint(name); });
         Step("the closing of " + panel, toggle);
         Step("the second showing of " + panel, toggle);
         Idle(when);
@@ -311,7 +323,7 @@ int RunWalkHere(const CheckSettings &settings, int argc, char **argv)
     MakeProject(host);
     host.GetTrace().Start();
 
-    Walk walk(host);
+    Walk walk(host, containers);
     const bool isLoaded = walk.Load(settings.plugin);
     Report("hooks", HookLines(host.GetTrace()));
     Report("menu items", MenuItemLines(host.Driver()));

@@ -78,7 +78,7 @@ QByteArray PanelMonkey::Act()
     const Choice *choice = choices;
     for (; drawn >= choice->weight; ++choice)
         drawn -= choice->weight;
-    const QByteArray what = (this->*choice->deed)();
+    QByteArray what = (this->*choice->deed)();
     stage.Settle();
     return what;
 }
@@ -131,7 +131,7 @@ QStringList PanelMonkey::ColumnOf(const Layer &layer, int frames) const
     for (int frame = 0; frame < frames; ++frame) {
         StreamValue value{};
         stage.host.GetProject().StreamValueAt(layer, kTimeRemap, kRate.FrameTime(frame), &value);
-        int image = static_cast<int>(25 * value[0] + 0.5);
+        int image = qRound(25 * value[0]);
         if (image < 0 || image >= footage->files.size())
             image = 0;
         texts << (image == 0     ? QString()
@@ -213,7 +213,7 @@ QByteArray PanelMonkey::ClickAnywhere()
     const Qt::MouseButton button = Chance(6) ? Qt::RightButton
         : Chance(12)                         ? Qt::MiddleButton
                                              : Qt::LeftButton;
-    const QByteArray what = QByteArray("click on ") + widget->metaObject()->className();
+    QByteArray what = QByteArray("click on ") + widget->metaObject()->className();
     stage.Click(widget, pos, button, AnyModifiers());
     return what;
 }
@@ -221,7 +221,7 @@ QByteArray PanelMonkey::ClickAnywhere()
 QByteArray PanelMonkey::DragAnywhere()
 {
     QWidget *widget = AnyWidget();
-    const QByteArray what = QByteArray("drag over ") + widget->metaObject()->className();
+    QByteArray what = QByteArray("drag over ") + widget->metaObject()->className();
     const QPointer<QWidget> held = widget;
     const Qt::MouseButton button = Chance(4) ? Qt::MiddleButton : Qt::LeftButton;
     stage.Press(widget, AnyPoint(widget), button, AnyModifiers());
@@ -240,7 +240,7 @@ QByteArray PanelMonkey::DragAnywhere()
 QByteArray PanelMonkey::TurnWheel()
 {
     QWidget *widget = Chance(2) ? stage.Graph() : AnyWidget();
-    const QByteArray what = QByteArray("wheel over ") + widget->metaObject()->className();
+    QByteArray what = QByteArray("wheel over ") + widget->metaObject()->className();
     const QPoint pos = AnyPoint(widget);
     QWheelEvent event(pos, widget->mapToGlobal(pos), QPoint(), QPoint(0, Chance(2) ? 120 : -120),
         Qt::NoButton, AnyModifiers(), Qt::NoScrollPhase, /*inverted=*/false);

@@ -191,7 +191,7 @@ QVector<int> PanelStage::Images(int col) const
 {
     QVector<int> images;
     for (int frame = 0; frame < kFrames; ++frame)
-        images << static_cast<int>(25 * StreamAt(col, kTimeRemap, frame) + 0.5);
+        images << qRound(25 * StreamAt(col, kTimeRemap, frame));
     return images;
 }
 

@@ -69,8 +69,6 @@ int main(int argc, char **argv)
         else
             rest << argv[i];
     }
-    if (qEnvironmentVariableIsSet("VN_ACTIONS"))
-        settings.actions = qEnvironmentVariableIntValue("VN_ACTIONS");
     testing::CollectHostEnds();
     TestPanelRandom tests;
     return testing::RunTests(tests, rest.size(), rest.data());
