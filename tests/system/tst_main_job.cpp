@@ -35,6 +35,7 @@ const QSize kSize(480, 480); // of the drawings and the composition
 
 QString keep; // the folder that was asked for; empty for one that goes
 constexpr char kAgain[] = "--again";
+constexpr char kScene[] = "--scene";
 constexpr int kWentWrong = 3;
 
 using Cells = QVector<int>;
@@ -140,6 +141,24 @@ int RunAgain(const QString &project, const QString &frames)
     return rendered && quit && desk.AllAsked() ? 0 : kWentWrong;
 }
 
+/// A process that opens the sample scene and shows its sheet.
+int ShowScene(const QString &project, const QString &pictures)
+{
+    MainDesk desk(QStringLiteral(VN_MORVEX));
+    desk.pictures = pictures;
+    if (!desk.Window().Open(project) || !desk.Choose("Window", QStringLiteral("morvex"))
+        || !QTest::qWaitFor([&] { return desk.Sheet() && desk.Sheet()->columnCount() == 3; }))
+        return kWentWrong;
+    auto *viewer = desk.Window().findChild<Viewer *>();
+    desk.Session().SetCurrentFrame(29); // of a splash
+    desk.Click(&viewer->View());
+    desk.ClickCell(1, 29);
+    for (int col = 0; col < 3; ++col)
+        std::printf("column %d %s\n", col, qPrintable(desk.Shown(col).join(QLatin1Char(','))));
+    desk.Picture(QStringLiteral("window"));
+    return desk.Quit() && desk.AllAsked() ? 0 : kWentWrong;
+}
+
 } // namespace
 
 class TestMainJob : public QObject
@@ -148,6 +167,7 @@ class TestMainJob : public QObject
 
 private slots:
     void fromTheDrawingsToTheRenderedFrames();
+    void theSampleSceneComesUpWithItsSheet();
 
 private:
     void ImportAndMakeComposition();
@@ -375,6 +395,35 @@ void TestMainJob::fromTheDrawingsToTheRenderedFrames()
     RenderInANewProcess();
 }
 
+/// The walk is on twos all the way, the street stays, the splash comes with three of the steps.
+void TestMainJob::theSampleSceneComesUpWithItsSheet()
+{
+    QProcess scene;
+    scene.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    scene.start(QCoreApplication::applicationFilePath(),
+        { QLatin1String(kScene), QStringLiteral(VN_SCENE), keep });
+    QVERIFY(scene.waitForFinished(60000));
+    const QByteArrayList lines = scene.readAllStandardOutput().split('\n');
+    QCOMPARE(scene.exitCode(), 0);
+
+    QByteArrayList walk;
+    for (int frame = 0; frame < 96; ++frame)
+        walk << (frame % 2 ? QByteArray("~") : QByteArray::number(frame / 2 % kDrawings + 1));
+    QVERIFY2(lines.contains("column 1 " + walk.join(',')), lines.join('\n').constData());
+    QVERIFY(lines.contains(
+        "column 2 " + QByteArrayList(QVector<QByteArray>(96, "-").toList()).join(',')));
+    QByteArrayList splash(QVector<QByteArray>(96, QByteArray()).toList());
+    for (const int start : { 24, 48, 72 }) {
+        for (int drawing = 1; drawing <= 6; ++drawing) // on ones, then on twos
+            splash[start + drawing - 1] = QByteArray::number(drawing);
+        for (int drawing = 7; drawing <= 12; ++drawing) {
+            splash[start + 2 * drawing - 8] = QByteArray::number(drawing);
+            splash[start + 2 * drawing - 7] = "~";
+        }
+    }
+    QVERIFY2(lines.contains("column 0 " + splash.join(',')), lines.join('\n').constData());
+}
+
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
@@ -382,6 +431,8 @@ int main(int argc, char **argv)
     QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String(kAgain))
         return RunAgain(arguments.value(2), arguments.value(3));
+    if (arguments.value(1) == QLatin1String(kScene))
+        return ShowScene(arguments.value(2), arguments.value(3));
     if (arguments.value(1) == QLatin1String("--keep")) {
         keep = QDir(arguments.value(2)).absolutePath();
         argc = 1; // the rest is not Qt Test's
