@@ -458,7 +458,7 @@ void TestMainWindow::selectedLayersAreRenamedLabelledDuplicatedAndDeleted()
         fixture.Choose(QStringLiteral("Layer/Rename..."));
         QVERIFY(hand.Answered());
     }
-    fixture.Choose(QStringLiteral("Layer/Label/Blue"));
+    fixture.Choose(QStringLiteral("Layer/Label/Cobalt"));
     fixture.Choose(QStringLiteral("Layer/Duplicate"));
     QCOMPARE(fixture.LayerNames(),
         QStringList({ QStringLiteral("lamp"), QStringLiteral("lamp"), QStringLiteral("Camera") }));
