@@ -89,6 +89,9 @@ MainWindow::~MainWindow()
     idle->Stop();
     session.Driver().CallDeath(); // for a window that was never closed
     disconnect(qApp, nullptr, this, nullptr);
+    // They take back from the host what they lent it, so that they go before the session does.
+    delete panels;
+    delete fileCommands;
 }
 
 QDockWidget *MainWindow::AddDock(
