@@ -16,6 +16,7 @@ constexpr int kLevelGap = 12; // pixels between the boxes of two levels
 
 AEGP_LayerH LayerOf(WExpoGraph::NodeHandle node)
 {
+    // A node is the handle itself. NOLINTNEXTLINE(performance-no-int-to-ptr)
     return reinterpret_cast<AEGP_LayerH>(static_cast<quintptr>(node));
 }
 

@@ -4,6 +4,9 @@
 #include "support/vnPalette.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <QImage>
+#include <QPainter>
 #include <QPalette>
 #include <QStyleFactory>
 
@@ -40,6 +43,16 @@ void DressApplication()
     QApplication::setStyle(style);
 }
 
+/// Qt empties these two caches when the application goes, and does not ask whether they are still
+/// there. They come about with the first use, here, so that they go behind the application: with
+/// what was made last first, a cache that the panel's own paint had made would go before it.
+void MakeCaches()
+{
+    QImage paper(8, 8, QImage::Format_ARGB32_Premultiplied);
+    QPainter(&paper).fillRect(paper.rect(), Qt::Dense4Pattern);
+    QIcon::fromTheme(QStringLiteral("none"));
+}
+
 } // namespace
 
 void OnLibraryLoad()
@@ -55,6 +68,7 @@ void OnLibraryLoad()
     libraryLife::KeepLoaded();
     ownsApplication = true;
     DressApplication();
+    MakeCaches();
 }
 
 void OnLibraryUnload()

@@ -355,7 +355,10 @@ void Activate(Handle window)
 Handle GetFocus()
 {
     const QWidget *focused = QApplication::focusWidget();
-    return focused ? reinterpret_cast<Handle>(focused->effectiveWinId()) : nullptr;
+    if (!focused)
+        return nullptr;
+    // As the host hands it over. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return reinterpret_cast<Handle>(focused->effectiveWinId());
 }
 
 /// A window of widgets knows which of them has its focus.

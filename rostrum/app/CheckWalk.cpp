@@ -37,6 +37,13 @@ public:
         return windows;
     }
 
+    /// All that the panel shows, as a display would have it painted.
+    void Paint(const QByteArray &name) const
+    {
+        if (QWidget *window = Find(name))
+            window->grab();
+    }
+
 private:
     AEGP_PlatformViewRef Make(const QByteArray &name)
     {
@@ -60,7 +67,8 @@ private:
     std::map<QByteArray, std::unique_ptr<QWidget>> containers;
 };
 
-/// A composition to look at: a solid, and a layer of a series whose files need not be there.
+/// A composition to look at: a solid, and a layer of a series whose files need not be there, hanging
+/// from it.
 void MakeProject(Host &host)
 {
     Project project;
@@ -68,7 +76,8 @@ void MakeProject(Host &host)
     composition.size = { 640, 480 };
     composition.duration = composition.rate.FrameTime(24);
     const ItemId compo = project.AddComposition("check", composition);
-    project.AddLayer(project.AddSolid("ground", { { 640, 480 }, { 0.5, 0.5, 0.5 } }), compo);
+    const LayerId ground
+        = project.AddLayer(project.AddSolid("ground", { { 640, 480 }, { 0.5, 0.5, 0.5 } }), compo);
     Footage series;
     series.folder = QStringLiteral("/");
     series.isSeries = true;
@@ -77,7 +86,8 @@ void MakeProject(Host &host)
         series.files << QStringLiteral("check%1.png").arg(number);
         series.numbers << number;
     }
-    project.AddLayer(project.AddFootage("check[1-8].png", series), compo);
+    const LayerId drawn = project.AddLayer(project.AddFootage("check[1-8].png", series), compo);
+    project.SetParent(compo, drawn, ground);
     host.GetDocument().Replace(project);
     host.GetDocument().view.activeItem = compo;
 }
@@ -117,7 +127,9 @@ void ServeTimers()
 class Walk
 {
 public:
-    explicit Walk(Host &host) : host(host), driver(host.Driver()) { }
+    Walk(Host &host, const Containers &containers)
+        : host(host), driver(host.Driver()), containers(containers)
+    { }
 
     /// @return false when the plug-in could not be loaded, or answered an error
     bool Load(const QString &plugin);
@@ -141,9 +153,11 @@ private:
     void RunPluginCommands();
     void GoThroughPanel(const QByteArray &name);
     void RunFlyout(PanelSeen &seen);
+    void ChangeHost(const QByteArray &when);
 
     Host &host;
     HostDriver &driver;
+    const Containers &containers;
 };
 
 bool Walk::Load(const QString &plugin)
@@ -216,6 +230,32 @@ void Walk::RunFlyout(PanelSeen &seen)
     }
 }
 
+/// What a user does in the host beside an open panel: other items, another time, another layer.
+void Walk::ChangeHost(const QByteArray &when)
+{
+    View &view = host.GetDocument().view;
+    const Project project = host.GetProject(); // a copy: the plug-in may change what it finds
+    const ItemId compo = view.activeItem;
+    const auto activate = [&](ItemId item, const char *what) {
+        Step(QByteArray(what) + " becoming active " + when, [&] { view.activeItem = item; });
+        Idle(QByteArray("with ") + what + " active " + when);
+    };
+    for (ItemId item = project.NextInWalk(project.RootFolder()); item;
+         item = project.NextInWalk(item)) {
+        if (!project.FindComposition(item))
+            activate(item, "footage");
+    }
+    activate(0, "no item");
+    activate(compo, "the composition");
+    if (const Composition *content = project.FindComposition(compo)) {
+        view.currentTimes[compo] = content->rate.FrameTime(5);
+        for (const LayerPtr &layer : content->layers) {
+            view.selections[compo] = { layer->id };
+            Idle("with another time and layer " + when);
+        }
+    }
+}
+
 void Walk::GoThroughPanel(const QByteArray &name)
 {
     const QByteArray panel = "panel \"" + name + '"';
@@ -229,11 +269,14 @@ void Walk::GoThroughPanel(const QByteArray &name)
     seen.isMade = driver.IsPanelMade(name);
     if (seen.isMade) {
         Idle(when);
+        Step("the painting of " + panel, [&] { containers.Paint(name); });
         UpdateMenus(AEGP_WindType_COMP, when);
         Step("the snap sizes of " + panel, [&] { seen.snapSizes = driver.PanelSnapSizes(name); });
         RunHostCommands(when);
+        ChangeHost(when);
         RunFlyout(seen);
         Step("the wait for timers " + when, ServeTimers);
+        Step("the second painting of " + panel, [&] { containers.Paint(name); });
         Step("the closing of " + panel, toggle);
         Step("the second showing of " + panel, toggle);
         Idle(when);
@@ -280,7 +323,7 @@ int RunWalkHere(const CheckSettings &settings, int argc, char **argv)
     MakeProject(host);
     host.GetTrace().Start();
 
-    Walk walk(host);
+    Walk walk(host, containers);
     const bool isLoaded = walk.Load(settings.plugin);
     Report("hooks", HookLines(host.GetTrace()));
     Report("menu items", MenuItemLines(host.Driver()));

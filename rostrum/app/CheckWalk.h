@@ -4,7 +4,8 @@
 //   1. the library is loaded and entered
 //   2. idle calls over a composition; the menus' update for each kind of window
 //   3. the host's own commands, then the plug-in's, each twice: a panel opens, and closes
-//   4. each panel: shown, idle, menus, the host's commands, flyout, timers; closed and shown again
+//   4. each panel: shown, idle, painted, menus, the host's commands, other items, times and layers in the
+//      host, flyout, timers; closed and shown again
 //   5. an empty project: idle calls, menus
 //   6. the death hook, and the end of the process
 //

@@ -70,6 +70,7 @@ ItemId CompositionCommands::Make(const CompositionSettings &settings, const QVec
                 project.AddLayer(*item, made);
         }
     });
+    tree.Pick({ made }); // else the item picked before would be in front again with the list
     session.SetActiveItem(made);
     return made;
 }

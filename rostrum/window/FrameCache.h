@@ -1,6 +1,6 @@
 // Frames of a composition as they were drawn, up to a limit in bytes.
 //
-// They are those of one state of one project: any change empties the cache, which is found out here,
+// They are those of one state of one project: any change empties the cache, found out here,
 // at the next frame asked for. A drawing that was painted over on disk is not noticed while its
 // frames are kept; who knows of it clears.
 //

@@ -1,4 +1,4 @@
-// A frame on its table: zoomed, moved, over a checkerboard where it is transparent, with safe frames.
+// A frame on a table: zoomed, moved, over a checkerboard where it is transparent, safe frames.
 //
 //   wheel                 zooms, the point under the cursor stays
 //   drag left or middle   moves

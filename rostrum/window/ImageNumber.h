@@ -1,5 +1,5 @@
 // Which drawing a number means. A sheet counts the images of a series by their place, from 0, so
-// that a gap in the files closes up; on disk each keeps the number in its name. A person must always
+// that a gap in the files closes up; on disk each keeps the number in its name. One must always
 // be able to see which file a number stands for.
 #pragma once
 

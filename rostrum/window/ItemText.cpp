@@ -40,6 +40,21 @@ QStringList FootageLines(const Footage &footage)
     return lines;
 }
 
+QString KindName(LayerKind kind)
+{
+    switch (kind) {
+    case LayerKind::Camera:
+        return QStringLiteral("Camera");
+    case LayerKind::Light:
+        return QStringLiteral("Light");
+    case LayerKind::Text:
+        return QStringLiteral("Text");
+    case LayerKind::Source:
+        break;
+    }
+    return QStringLiteral("Layer");
+}
+
 } // namespace
 
 QString KindText(const Item &item)
@@ -102,7 +117,8 @@ QString ItemDescription(const Item &item)
 QString LayerText(const Project &project, const Layer &layer)
 {
     const Item *source = project.SourceOf(layer);
-    return QString::fromUtf8(layer.name.isEmpty() && source ? source->name : layer.name);
+    const QByteArray &name = layer.name.isEmpty() && source ? source->name : layer.name;
+    return name.isEmpty() ? KindName(layer.kind) : QString::fromUtf8(name);
 }
 
 QVector<qint32> MissingFiles(const Footage &footage)

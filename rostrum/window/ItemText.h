@@ -17,7 +17,7 @@ QString LengthText(const Item &item);
 QString RateText(const Rate &rate); // "25", "23.976"
 /// Several lines on the item, the files of a series by their numbers in the sheet among them.
 QString ItemDescription(const Item &item);
-/// A layer's name as a list shows it: its own, else its source's.
+/// A layer's name as a list shows it: its own, else its source's, else what kind it is.
 QString LayerText(const Project &project, const Layer &layer);
 /// The files of the footage that are not there, by position. Looks at the disk, once.
 QVector<qint32> MissingFiles(const Footage &footage);

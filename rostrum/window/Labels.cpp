@@ -12,18 +12,19 @@ struct Label
     QRgb color;
 };
 
-constexpr Label kLabels[kLabelCount] = { { "Red", 0xffb04848 }, { "Yellow", 0xffc8b04a },
-    { "Aqua", 0xff8fc0b8 }, { "Pink", 0xffd9a0b4 }, { "Lavender", 0xffa0a0cc },
-    { "Peach", 0xffd8b48c }, { "Sea Foam", 0xff98c090 }, { "Blue", 0xff5a78c0 },
-    { "Green", 0xff58a050 }, { "Purple", 0xff8a5aa8 }, { "Orange", 0xffd08838 },
-    { "Brown", 0xff8a6a48 }, { "Fuchsia", 0xffc860a8 }, { "Cyan", 0xff60b8d0 },
-    { "Sand", 0xffb8aa84 }, { "Dark Green", 0xff487858 } };
+constexpr Label kLabels[kLabelCount] = { { "Brick", 0xffb04848 }, { "Straw", 0xffc8b04a },
+    { "Lagoon", 0xff8fc0b8 }, { "Rose", 0xffd9a0b4 }, { "Lilac", 0xffa0a0cc },
+    { "Apricot", 0xffd8b48c }, { "Mint", 0xff98c090 }, { "Cobalt", 0xff5a78c0 },
+    { "Leaf", 0xff58a050 }, { "Plum", 0xff8a5aa8 }, { "Amber", 0xffd08838 },
+    { "Umber", 0xff8a6a48 }, { "Beet", 0xffc860a8 }, { "Ice", 0xff60b8d0 },
+    { "Flax", 0xffb8aa84 }, { "Fir", 0xff487858 } };
 
 } // namespace
 
 QColor LabelColor(int label)
 {
-    return label >= 1 && label <= kLabelCount ? QColor(kLabels[label - 1].color) : QColor();
+    return label >= 1 && label <= kLabelCount ? QColor(kLabels[label - 1].color)
+                                              : QColor(120, 126, 134);
 }
 
 QString LabelName(int label)

@@ -12,7 +12,7 @@ namespace rostrum {
 
 constexpr int kLabelCount = 16;
 
-/// Invalid for 0 and for what is no label.
+/// Of none a quiet grey.
 QColor LabelColor(int label);
 QString LabelName(int label);
 /// Entries for none and all labels. @param chosen is told which one

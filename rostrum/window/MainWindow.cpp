@@ -7,6 +7,7 @@
 #include "window/HistoryList.h"
 #include "window/MessageLog.h"
 #include "window/ProjectTree.h"
+#include "window/Timeline.h"
 #include "window/Viewer.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ constexpr char kGeometryKey[] = "window/geometry";
 constexpr char kLayoutKey[] = "window/layout";
 constexpr QSize kFirstSize{ 1500, 900 }; // pixels
 constexpr int kProjectWidth = 460; // pixels
+constexpr int kTimelineHeight = 300; // pixels
 
 bool IsInside(const QWidget *widget, const QWidget *around)
 {
@@ -51,12 +53,14 @@ MainWindow::MainWindow(Host &host, const Places &places)
     , importer(session, this)
     , tree(new ProjectTree(session))
     , viewer(new Viewer(session))
+    , timeline(new Timeline(session))
     , messages(new MessageLog)
     , lastMessage(new QLabel)
 {
     setObjectName(QStringLiteral("rostrum"));
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea); // a sheet wants height
     setCentralWidget(viewer);
     panels = new PanelDocks(session, this);
     idle = new PluginIdle(session, this);
@@ -85,6 +89,9 @@ MainWindow::~MainWindow()
     idle->Stop();
     session.Driver().CallDeath(); // for a window that was never closed
     disconnect(qApp, nullptr, this, nullptr);
+    // They take back from the host what they lent it, so that they go before the session does.
+    delete panels;
+    delete fileCommands;
 }
 
 QDockWidget *MainWindow::AddDock(
@@ -102,22 +109,45 @@ QDockWidget *MainWindow::AddDock(
 void MainWindow::MakeDocks()
 {
     projectDock = AddDock("projectDock", tr("Project"), tree, Qt::LeftDockWidgetArea, true);
+    timelineDock
+        = AddDock("timelineDock", tr("Timeline"), timeline, Qt::BottomDockWidgetArea, true);
     historyDock = AddDock(
         "historyDock", tr("History"), new HistoryList(session), Qt::LeftDockWidgetArea, false);
     messagesDock = AddDock("messagesDock", tr("Messages"), messages, Qt::LeftDockWidgetArea, false);
     resizeDocks({ projectDock }, { kProjectWidth }, Qt::Horizontal);
+    resizeDocks({ timelineDock }, { kTimelineHeight }, Qt::Vertical);
+    ConnectTree();
+    ConnectTimeline();
+    AcceptDrops(viewer);
+    AcceptDrops(timeline);
+}
+
+void MainWindow::ConnectTree()
+{
     connect(tree, &ProjectTree::CompositionOpened, this, [this](ItemId item) {
         session.SetActiveItem(item);
-        viewer->setFocus();
+        viewer->View().setFocus();
     });
     connect(tree, &ProjectTree::FilesDropped, this,
         [this](const QStringList &paths, ItemId folder) { fileCommands->Import(paths, folder); });
     connect(tree, &ProjectTree::RelinkWanted, this,
         [this](ItemId footage) { importer.AskAndRelink(footage); });
-    auto *zone = new DropZone(viewer);
+}
+
+void MainWindow::ConnectTimeline()
+{
+    connect(timeline, &Timeline::SigPreview, viewer, &Viewer::OnPreview);
+    connect(timeline, &Timeline::SigPreviewEnd, viewer, &Viewer::OnPreviewEnd);
+    timeline->AddKeys(viewer->GetTransport().Actions());
+}
+
+/// What is dropped where a composition is shown becomes layers of it.
+void MainWindow::AcceptDrops(QWidget *widget)
+{
+    auto *zone = new DropZone(widget);
     connect(zone, &DropZone::ItemsDropped, compositionCommands, &CompositionCommands::AddLayers);
     connect(zone, &DropZone::FilesDropped, this, [this](const QStringList &paths) {
-        compositionCommands->AddLayers(fileCommands->Import(paths, 0));
+        compositionCommands->AddLayers(fileCommands->Import(paths, /*folder=*/0));
     });
 }
 
@@ -148,7 +178,7 @@ void MainWindow::MakeMenus()
 
 void MainWindow::FillWindowMenu(QMenu *menu)
 {
-    for (QDockWidget *dock : { projectDock, historyDock, messagesDock })
+    for (QDockWidget *dock : { projectDock, timelineDock, historyDock, messagesDock })
         menu->addAction(dock->toggleViewAction());
     menu->addSeparator();
     AddEntry(menu, tr("&Reset Layout"), this, &MainWindow::OnReset);
@@ -195,7 +225,7 @@ void MainWindow::OnFocusChanged(QWidget *, QWidget *now)
         }
         return false;
     }();
-    if (isPanel || IsInside(now, centralWidget()))
+    if (isPanel || IsInside(now, centralWidget()) || IsInside(now, timelineDock))
         session.ActivateComposition();
 }
 

@@ -69,6 +69,9 @@ private:
     QDockWidget *AddDock(const char *name, const QString &title, QWidget *content,
         Qt::DockWidgetArea area, bool isOpen);
     void MakeDocks();
+    void ConnectTree();
+    void ConnectTimeline();
+    void AcceptDrops(QWidget *widget);
     void MakeMenus();
     void FillWindowMenu(QMenu *menu);
     void LayOut();
@@ -85,8 +88,10 @@ private:
     Importer importer;
     ProjectTree *tree;
     Viewer *viewer;
+    Timeline *timeline;
     MessageLog *messages;
     QDockWidget *projectDock = nullptr;
+    QDockWidget *timelineDock = nullptr;
     QDockWidget *historyDock = nullptr;
     QDockWidget *messagesDock = nullptr;
     QLabel *lastMessage;

@@ -6,6 +6,11 @@
 #include <QToolButton>
 
 namespace rostrum {
+namespace {
+
+constexpr QSize kFirstPanelSize{ 480, 300 }; // pixels
+
+} // namespace
 
 PanelDock::PanelDock(Session &session, const QByteArray &matchName, QWidget *parent)
     : QDockWidget(QString::fromUtf8(matchName), parent), session(session), matchName(matchName)
@@ -127,14 +132,14 @@ void PanelDocks::Show(const QByteArray &name)
         SetFirstSize(dock);
 }
 
-/// The first of the sizes that the panel likes.
+/// The largest of the sizes that the panel likes, and never so narrow that nothing can be read in it.
 void PanelDocks::SetFirstSize(PanelDock *dock)
 {
-    const QVector<A_LPoint> sizes = session.Driver().PanelSnapSizes(dock->MatchName());
-    if (sizes.isEmpty())
-        return;
-    window->resizeDocks({ dock }, { sizes.first().x }, Qt::Horizontal);
-    window->resizeDocks({ dock }, { sizes.first().y }, Qt::Vertical);
+    QSize size = kFirstPanelSize;
+    for (const A_LPoint &liked : session.Driver().PanelSnapSizes(dock->MatchName()))
+        size = size.expandedTo({ liked.x, liked.y });
+    window->resizeDocks({ dock }, { size.width() }, Qt::Horizontal);
+    window->resizeDocks({ dock }, { size.height() }, Qt::Vertical);
 }
 
 void PanelDocks::ShowRestored()

@@ -21,21 +21,6 @@ QVector<StreamInfo> OwnStreams()
     };
 }
 
-QString KindName(LayerKind kind)
-{
-    switch (kind) {
-    case LayerKind::Camera:
-        return QStringLiteral("Camera");
-    case LayerKind::Light:
-        return QStringLiteral("Light");
-    case LayerKind::Text:
-        return QStringLiteral("Text");
-    case LayerKind::Source:
-        break;
-    }
-    return QStringLiteral("Layer");
-}
-
 } // namespace
 
 bool operator==(const StreamId &a, const StreamId &b)
@@ -92,15 +77,6 @@ Stream *FindStream(Layer &layer, const StreamId &id)
     LayerEffect *effect = layer.FindEffect(id.effect);
     return effect && id.param >= 0 && id.param < effect->params.size() ? &effect->params[id.param]
                                                                        : nullptr;
-}
-
-QString LayerTitle(const Project &project, const Layer &layer)
-{
-    if (!layer.name.isEmpty())
-        return QString::fromUtf8(layer.name);
-    const Item *source = project.SourceOf(layer);
-    return source && !source->name.isEmpty() ? QString::fromUtf8(source->name)
-                                             : KindName(layer.kind);
 }
 
 } // namespace rostrum

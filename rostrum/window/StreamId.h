@@ -39,7 +39,4 @@ QVector<StreamInfo> StreamsOf(
 const Stream *FindStream(const Layer &layer, const StreamId &id);
 Stream *FindStream(Layer &layer, const StreamId &id);
 
-/// The layer's name, its source's where the user gave none, else what kind it is.
-QString LayerTitle(const Project &project, const Layer &layer);
-
 } // namespace rostrum

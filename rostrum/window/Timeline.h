@@ -8,8 +8,8 @@
 // selection is that of the host. Frames are counted from 1 where a person reads them, as on the
 // sheet; drawings from 0, with the file that a number means beside it.
 //
-// Del takes away the selected keys, without any the selected layers: Qt::WidgetShortcut, as all keys
-// here.
+// Del takes away the selected keys, without any the selected layers: Qt::WidgetShortcut, as all
+// keys here.
 #pragma once
 
 #include "TimelineBoard.h"

@@ -1,4 +1,4 @@
-// What the parts of the timeline share: the rows, the scale, how far it is scrolled, which layers are
+// What the parts of the timeline share: the rows, the scale, how far it is scrolled, what is
 // unfolded, which keys are selected, and the change that a hand is about to make.
 //
 // A drag changes nothing in the document until the hand lets go: meanwhile the parts show a copy of

@@ -1,5 +1,5 @@
 // Changes of layers and keys by hand, on the project as a value; no widget, no history. What a
-// change names and is not there any more is passed over, so that a hand that is slower than the host
+// change names and is not there any more is passed over, so that a hand slower than the host
 // does no harm.
 //
 // Distances are whole frames of the composition. Times stay fractions: what does not lie on a frame
@@ -61,7 +61,7 @@ void SetKeyValue(Project &project, ItemId composition, const KeyId &key, const S
 /// Moves layers with all their keys.
 void MoveLayers(Project &project, ItemId composition, const QVector<LayerId> &layers, int frames);
 
-/// Moves the in point, or the end, and leaves the drawings where they are. A layer keeps at least one
+/// Moves the in point, or the end, the drawings stay where they are. A layer keeps at least one
 /// frame.
 void TrimIn(Project &project, ItemId composition, const QVector<LayerId> &layers, int frames);
 void TrimOut(Project &project, ItemId composition, const QVector<LayerId> &layers, int frames);
@@ -70,7 +70,7 @@ void TrimOut(Project &project, ItemId composition, const QVector<LayerId> &layer
 /// puts them at the end.
 void Reorder(Project &project, ItemId composition, const QVector<LayerId> &layers, int gap);
 
-/// All layers that `layer` may be a child of, in stack order: neither itself nor one that hangs from
+/// Layers that `layer` may be a child of, in stack order: neither itself nor one that hangs from
 /// it.
 QVector<LayerId> PossibleParents(const Project &project, ItemId composition, LayerId layer);
 

@@ -36,7 +36,7 @@ BarSpan SpanOf(const Layer &layer, const Rate &rate, const TimeScale &scale);
 double MiddleOf(
     const Layer &layer, const Time &layerTime, const Rate &rate, const TimeScale &scale);
 
-/// A way in frames that brings one of the edges onto a mark, where one is near, else the way itself.
+/// A way in frames that brings one of the edges onto a mark, if one is near, else the way itself.
 /// @param edges frames before the move @param marks frames that catch @param reach frames
 int Snap(int way, const QVector<int> &edges, const QVector<int> &marks, int reach);
 

@@ -1,6 +1,7 @@
 #include "TimelineOutline.h"
 
 #include "ImageNumber.h"
+#include "ItemText.h"
 #include "TimelinePaint.h"
 
 #include <QComboBox>
@@ -139,7 +140,7 @@ QString TimelineOutline::HintAt(const QPoint &place) const
         return ImageText(board.Shown(), *layer, image);
     if (cell == OutlineCells::KeyButton)
         return tr("Add a key at the current time, or take it away");
-    return row.isLayer ? LayerTitle(board.Shown(), *layer) : row.stream.name;
+    return row.isLayer ? LayerText(board.Shown(), *layer) : row.stream.name;
 }
 
 void TimelineOutline::mousePressEvent(QMouseEvent *event)

@@ -1,8 +1,9 @@
 // The editors that the outline opens in place. One that is open belongs to a layer, not to a row:
 // rows may come and go under it.
 #include "ImageNumber.h"
+#include "ItemText.h"
+#include "Labels.h"
 #include "TimelineOutline.h"
-#include "TimelinePaint.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -12,13 +13,6 @@
 
 namespace rostrum {
 namespace {
-
-QIcon LabelIcon(int label)
-{
-    QPixmap picture(14, 14);
-    picture.fill(LabelColor(label));
-    return QIcon(picture);
-}
 
 /// "12.5" and "12,5" are the same to a hand. @return false for what is no number
 bool ReadNumber(QString text, double *number)
@@ -143,7 +137,7 @@ void TimelineOutline::OnRename(int row)
     const Layer *layer = board.LayerOf(board.Rows().At(row));
     if (!layer)
         return;
-    OpenEditor(LayerTitle(board.Shown(), *layer), "efName", row);
+    OpenEditor(LayerText(board.Shown(), *layer), "efName", row);
     connect(editor, &QLineEdit::editingFinished, this, &TimelineOutline::OnNameTyped);
 }
 
@@ -178,7 +172,7 @@ void TimelineOutline::PickParent(const TimelineRow &row)
     for (const LayerId id : PossibleParents(board.Shown(), editedIn.composition, row.layer)) {
         const int index = composition->IndexOf(id);
         cbParent->addItem(QStringLiteral("%1  %2").arg(index + 1).arg(
-                              LayerTitle(board.Shown(), *composition->layers[index])),
+                              LayerText(board.Shown(), *composition->layers[index])),
             id);
     }
     cbParent->setCurrentIndex(qMax(0, cbParent->findData(layer->parent)));
@@ -208,18 +202,14 @@ void TimelineOutline::PickLabel(LayerId layer, const QPoint &globalPlace)
     auto *menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("mnLabel"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (int label = 0; label <= 16; ++label) {
-        QAction *action = menu->addAction(
-            LabelIcon(label), label == 0 ? tr("No label") : tr("Label %1").arg(label));
-        connect(action, &QAction::triggered, this, [=] {
-            board.Do("Label Layer", [&](Project &project) {
-                for (const LayerId each : layers) {
-                    if (Layer *edited = project.EditLayer(composition, each))
-                        edited->label = static_cast<qint8>(label);
-                }
-            });
+    FillLabelMenu(menu, [=](int label) {
+        board.Do("Label Layer", [&](Project &project) {
+            for (const LayerId each : layers) {
+                if (Layer *edited = project.EditLayer(composition, each))
+                    edited->label = static_cast<qint8>(label);
+            }
         });
-    }
+    });
     menu->popup(globalPlace);
 }
 

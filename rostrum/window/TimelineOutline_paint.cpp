@@ -1,5 +1,6 @@
 // What the outline looks like; only the rows that are seen are drawn.
 #include "ImageNumber.h"
+#include "ItemText.h"
 #include "TimelineOutline.h"
 #include "TimelinePaint.h"
 
@@ -101,7 +102,7 @@ void TimelineOutline::DrawLayer(
     painter.drawText(name, Qt::AlignVCenter | Qt::AlignLeft, number);
     name.setLeft(name.left() + qMax(22, fontMetrics().horizontalAdvance(number) + 8));
     painter.setPen(colors.text);
-    DrawElided(painter, name, LayerTitle(board.Shown(), layer));
+    DrawElided(painter, name, LayerText(board.Shown(), layer));
 
     painter.setPen(colors.faintText);
     if (ImageCount(board.Shown(), layer) > 0) {
@@ -118,7 +119,7 @@ void TimelineOutline::DrawLayer(
     DrawElided(painter, parent,
         index < 0 ? tr("None")
                   : QStringLiteral("%1  %2").arg(index + 1).arg(
-                      LayerTitle(board.Shown(), *composition->layers[index])));
+                      LayerText(board.Shown(), *composition->layers[index])));
 }
 
 void TimelineOutline::DrawStream(

@@ -64,14 +64,6 @@ const QPainterPath &KeyShape(Interpolation in, Interpolation out)
 
 } // namespace
 
-QColor LabelColor(int label)
-{
-    if (label < 1 || label > 16)
-        return { 120, 126, 134 };
-    const int hue = (label - 1) * 360 / 16;
-    return QColor::fromHsv(hue, label % 2 ? 125 : 165, label % 2 ? 205 : 170);
-}
-
 TimelineColors::TimelineColors(const QPalette &palette)
     : row(palette.color(QPalette::Window))
     , streamRow(Mixed(row, palette.color(QPalette::Base), 0.45))

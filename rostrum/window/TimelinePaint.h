@@ -1,6 +1,8 @@
 // How bars, keys and labels of the timeline look.
 #pragma once
 
+#include "Labels.h"
+
 #include "core/Stream.h"
 
 #include <QColor>
@@ -9,9 +11,6 @@
 #include <QRectF>
 
 namespace rostrum {
-
-/// The colour of a label; of 0, none, a quiet grey.
-QColor LabelColor(int label);
 
 /// Colours that are not in the palette but follow its brightness.
 struct TimelineColors

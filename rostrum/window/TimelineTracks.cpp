@@ -1,6 +1,7 @@
 #include "TimelineTracks.h"
 
 #include "ImageNumber.h"
+#include "ItemText.h"
 #include "TimelineRuler.h"
 
 #include <QContextMenuEvent>
@@ -48,7 +49,7 @@ QString TimelineTracks::HintAt(const QPoint &place) const
     }
     const int image = ImageAt(board.Shown(), *layer, time);
     return image < 0 && ImageCount(board.Shown(), *layer) == 0
-        ? LayerTitle(board.Shown(), *layer)
+        ? LayerText(board.Shown(), *layer)
         : ImageText(board.Shown(), *layer, image);
 }
 

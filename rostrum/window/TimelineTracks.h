@@ -1,7 +1,7 @@
 // The right side of the timeline: bars, keys, the current time.
 //
 //   bar          press selects, drag moves the selected layers with their keys
-//   its ends     drag trims; with Shift, as for bars, edges catch on other edges and the current time
+//   its ends     drag trims; with Shift, as for bars, edges catch on others and the current time
 //   key          press selects, drag moves the selected keys; double click edits its value
 //   empty        press clears the selection, drag picks keys with a frame
 //   Esc          calls a drag off

@@ -14,7 +14,7 @@ namespace {
 constexpr double kLeastWay = 3; // pixels between two keys that are both drawn
 constexpr double kTextGap = 8; // pixels from a key to its number
 
-/// Calls `show(index, x, room)` for the keys from the left to the right edge; of keys that lie closer
+/// Calls `show(index, x, room)` for the keys from the left edge to the right; of keys closer
 /// than can be seen, one stands for all. `room` is the way to the next key, in pixels.
 template <typename Show>
 void ForSeenKeys(const Stream &stream, const Layer &layer, const Rate &rate, const TimeScale &scale,

@@ -10,6 +10,7 @@
 #include <QSpinBox>
 #include <QToolButton>
 
+#include <limits>
 #include <memory>
 
 namespace rostrum {
@@ -221,7 +222,8 @@ void Transport::ShowNumbers()
 {
     const Composition *active = session.ActiveComposition();
     const int count = session.FrameCount();
-    const qint32 frame = session.CurrentFrame();
+    constexpr qint32 kMostFrames = std::numeric_limits<qint32>::max();
+    const qint32 frame = qMin(session.CurrentFrame(), kMostFrames - 1); // one more is shown
     const QSignalBlocker quiet(efFrame);
     efFrame->setEnabled(active != nullptr);
     efFrame->setRange(qMin(frame + 1, 1), qMax(frame + 1, count));

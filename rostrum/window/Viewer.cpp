@@ -18,7 +18,10 @@ constexpr int kZooms = 7; // entries of the zoom list: fit, and six in percent
 } // namespace
 
 Viewer::Viewer(Session &session, QWidget *parent, qint64 cacheLimit)
-    : QWidget(parent), session(session), frames(session.Drawings(), cacheLimit)
+    : QWidget(parent)
+    , session(session)
+    , frames(session.Drawings(), cacheLimit)
+    , previewFrames(session.Drawings(), 0)
 {
     setObjectName(QStringLiteral("viewer"));
     view = new FrameView(this);
@@ -138,8 +141,9 @@ void Viewer::ShowFrame()
         ShowMessages({});
         return;
     }
-    const FrameCache::Frame &frame = frames.Get(
-        project, composition, session.CurrentFrame(), /*background=*/!ckChecker->isChecked());
+    const FrameCache::Frame &frame = (preview ? previewFrames : frames)
+                                         .Get(project, composition, session.CurrentFrame(),
+                                             /*background=*/!ckChecker->isChecked());
     view->SetFrame(frame.image, frame.messages.join(QLatin1Char('\n')));
     ShowMessages(frame.image.isNull() ? QStringList() : frame.messages);
 }

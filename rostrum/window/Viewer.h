@@ -54,6 +54,7 @@ private:
 
     Session &session;
     FrameCache frames;
+    FrameCache previewFrames; // keeps none: a drag must not cost the frames that are kept
     std::optional<Project> preview;
     FrameView *view;
     Transport *transport;

@@ -16,8 +16,8 @@ std::function<QString()> endCheck;
 bool IsTraceLine(const QByteArray &line)
 {
     static const QRegularExpression trace(QStringLiteral(
-        "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise|"
-        "grabbing the keyboard)|"
+        "NewHook |setText2|\\bx y |This plugin does not support (propagateSizeHints|raise|lower|"
+        "setParent|grabbing the keyboard)|"
         "qt\\.qpa\\.xcb: QXcbConnection: XCB error: 3 \\(BadWindow\\)|"
         "QPixmap::fromWinHICON\\(\\), failed to GetIconInfo")); // Wine has no icon for a message box
     return trace.match(QString::fromUtf8(line)).hasMatch();

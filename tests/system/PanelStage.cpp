@@ -31,6 +31,15 @@ LayerId AddSeriesLayer(Project &project, ItemId item, ItemId composition, const 
     return added;
 }
 
+/// Where a mouse event goes in. A window may be too small for what is in it.
+QPoint InWindow(const QWidget *widget, const QPoint &pos)
+{
+    const QRect window = widget->window()->rect();
+    const QPoint there = widget->mapTo(widget->window(), pos);
+    return QPoint(qBound(window.left(), there.x(), window.right()),
+        qBound(window.top(), there.y(), window.bottom()));
+}
+
 ItemId AddSeriesItem(Project &project, const char *name)
 {
     const QString stem = QString::fromLatin1(name);
@@ -44,7 +53,7 @@ PanelStage::PanelStage()
 {
     host.onComplaint = nullptr; // they are judged at the end, or taken by the test
     host.Driver().openProject = [this] {
-        OpenProject();
+        ReplaceProject();
         return A_Err_NONE;
     };
     host.Driver().saveProject = [] { return A_Err_NONE; };
@@ -125,11 +134,17 @@ void PanelStage::MakeProject(Project &project)
     layers.prepend(AddSeriesLayer(project, footage, composition, { { 0, 1 }, { 4, 3 }, { 8, 0 } }));
 }
 
-void PanelStage::OpenProject()
+void PanelStage::ReplaceProject()
 {
     Project project;
     MakeProject(project);
     Document().Replace(project);
+    Document().view.activeItem = composition;
+}
+
+void PanelStage::OpenProject()
+{
+    ReplaceProject();
     Document().view.activeItem = 0;
     Idle();
     for (const char *option : { "Sync Column with AE", "Sync Ima with AE" }) {
@@ -176,7 +191,7 @@ QVector<int> PanelStage::Images(int col) const
 {
     QVector<int> images;
     for (int frame = 0; frame < kFrames; ++frame)
-        images << static_cast<int>(25 * StreamAt(col, kTimeRemap, frame) + 0.5);
+        images << qRound(25 * StreamAt(col, kTimeRemap, frame));
     return images;
 }
 
@@ -273,26 +288,21 @@ QTabWidget *PanelStage::Dock() const
     return qobject_cast<QTabWidget *>(Find("KDockPannel"));
 }
 
-// The mouse comes in through the window, as from the window system: so the application knows which
-// buttons are held.
-
 void PanelStage::Press(
     QWidget *widget, const QPoint &pos, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
-    QTest::mousePress(
-        widget->window()->windowHandle(), button, modifiers, widget->mapTo(widget->window(), pos));
+    QTest::mousePress(widget->window()->windowHandle(), button, modifiers, InWindow(widget, pos));
 }
 
 void PanelStage::Move(QWidget *widget, const QPoint &pos)
 {
-    QTest::mouseMove(widget->window()->windowHandle(), widget->mapTo(widget->window(), pos));
+    QTest::mouseMove(widget->window()->windowHandle(), InWindow(widget, pos));
 }
 
 void PanelStage::Release(
     QWidget *widget, const QPoint &pos, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
-    QTest::mouseRelease(
-        widget->window()->windowHandle(), button, modifiers, widget->mapTo(widget->window(), pos));
+    QTest::mouseRelease(widget->window()->windowHandle(), button, modifiers, InWindow(widget, pos));
 }
 
 void PanelStage::Click(
@@ -433,7 +443,7 @@ void PanelStage::PickEntry(const char *label, const QString &entry)
     Reach(combo);
     combo->setFocus();
     Key(Qt::Key_Home);
-    while (combo->currentText() != entry && combo->currentIndex() + 1 < combo->count())
+    for (int i = 1; i < combo->count() && combo->currentText() != entry; ++i)
         Key(Qt::Key_Down);
     Settle();
 }

@@ -48,6 +48,8 @@ public:
     /// Puts the project above in place, nothing selected, at frame 0, and lets the panel find it
     /// with both sync options off.
     void OpenProject();
+    /// The project alone, as the command "Open Project" does it here.
+    void ReplaceProject();
     rostrum::Document &Document() { return host.GetDocument(); }
     /// The project, to change it as the user does by hand in the host. CloseChange makes the change
     /// a history entry.
@@ -89,6 +91,9 @@ public:
     QWidget *Find(const char *className) const;
 
     // The hands.
+
+    // The mouse comes in through the window, as from the window system: so the application knows which
+    // buttons are held.
 
     void Press(QWidget *widget, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton,
         Qt::KeyboardModifiers modifiers = {});

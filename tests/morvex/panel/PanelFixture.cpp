@@ -106,6 +106,7 @@ void PanelFixture::Open()
         = new WinExpo(host.BasicSuite(), GetVipLi()->PluginId, /*panel=*/nullptr, view, &functions);
     container->show();
     container->activateWindow();
+    QCoreApplication::processEvents(); // which mostly is enough: the waits below go in long steps
     QVERIFY(QTest::qWaitForWindowActive(container.get()));
     QTRY_VERIFY(panel->isVisible()); // by the container's first paint
 }

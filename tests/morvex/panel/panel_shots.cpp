@@ -6,6 +6,7 @@
 
 #include "T_Types/T_QtEditTab.h"
 #include "support/vnPalette.h"
+#include "vnQT/wToolBox.h"
 
 #include <QApplication>
 #include <QDir>
@@ -60,6 +61,13 @@ void SaveAll(int set, const QDir &folder, const QString &name)
         QCoreApplication::processEvents();
         SaveEachTab(shown, folder,
             QStringLiteral("%1_%2x%3").arg(name).arg(size.width()).arg(size.height()));
+    }
+    shown.container->resize(620, 700);
+    int open = 0; // sections of the board
+    for (TitleItem *title : shown.panel->findChildren<TitleItem *>()) {
+        title->OnOpenClose();
+        QCoreApplication::processEvents();
+        Save(shown, folder, QStringLiteral("%1_open%2").arg(name).arg(++open));
     }
     shown.TakeLog();
 }

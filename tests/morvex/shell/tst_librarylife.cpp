@@ -94,17 +94,21 @@ void TestLibraryLife::withoutADisplayTheLoadingDoesNotEndTheProcess()
 
 void TestLibraryLife::aProcessEndsCleanWithThePanelOpen_data()
 {
+    QTest::addColumn<QByteArray>("plugin");
     QTest::addColumn<QByteArray>("platform");
-    QTest::newRow("off screen") << QByteArray("offscreen");
-    QTest::newRow("on a display") << QByteArray("xcb");
+    QTest::newRow("plain, off screen") << QByteArray(VN_DOCK_PLUGIN) << QByteArray("offscreen");
+    QTest::newRow("plain, on a display") << QByteArray(VN_DOCK_PLUGIN) << QByteArray("xcb");
+    QTest::newRow("the product's, off screen") << QByteArray(VN_PLUGIN) << QByteArray("offscreen");
+    QTest::newRow("the product's, on a display") << QByteArray(VN_PLUGIN) << QByteArray("xcb");
 }
 
 /// The application is deleted at the very end of the process, with the panel still there.
 void TestLibraryLife::aProcessEndsCleanWithThePanelOpen()
 {
+    QFETCH(QByteArray, plugin);
     QFETCH(QByteArray, platform);
     const QByteArrayList lines
-        = Run(VN_DOCK_PLUGIN, "panel", platform.constData(), qgetenv("DISPLAY").constData());
+        = Run(plugin.constData(), "panel", platform.constData(), qgetenv("DISPLAY").constData());
     QVERIFY2(lines.contains("panel shown: yes"), lines.join('\n').constData());
     QVERIFY(lines.contains("timer: ran"));
     QCOMPARE(lines.mid(lines.indexOf("main: ends")),

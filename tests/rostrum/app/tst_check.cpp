@@ -96,11 +96,13 @@ void TestCheck::callsAreCountedBySuiteAndFunction()
         = Check(TestPlugin(QStringLiteral("well_behaved")))
               .Section(/*walk=*/0, QStringLiteral("suites and functions called"));
 
-    // Three idle calls over the composition, six with the panel open, three over no composition.
-    QVERIFY(calls.contains(QStringLiteral("AEGP Item Suite 11, acquired 12 times")));
-    QVERIFY(calls.contains(QStringLiteral("  AEGP_GetActiveItem              12")));
-    QVERIFY(calls.contains(QStringLiteral("AEGP Utility Suite 11, acquired 9 times")));
-    QVERIFY(calls.contains(QStringLiteral("  AEGP_EndUndoGroup                9")));
+    // Three idle calls over the composition, six with the panel open, three over no composition; with
+    // the panel open three more for each of two footage items, no item, the composition again, and
+    // each of its two layers.
+    QVERIFY(calls.contains(QStringLiteral("AEGP Item Suite 11, acquired 30 times")));
+    QVERIFY(calls.contains(QStringLiteral("  AEGP_GetActiveItem              30")));
+    QVERIFY(calls.contains(QStringLiteral("AEGP Utility Suite 11, acquired 18 times")));
+    QVERIFY(calls.contains(QStringLiteral("  AEGP_EndUndoGroup               18")));
     QVERIFY(calls.contains(QStringLiteral("AEGP Register Suite 6, acquired once")));
     QStringList suites;
     for (const QString &line : calls) {

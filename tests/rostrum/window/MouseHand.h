@@ -1,4 +1,4 @@
-// A mouse in a test. Qt Test's own moves go by way of the cursor, which no off-screen window follows.
+// A mouse in a test. Qt Test's own moves go by way of the cursor, which no such window follows.
 #pragma once
 
 #include <QApplication>

@@ -1,13 +1,12 @@
 // Pictures of viewer and timeline over a made-up scene, to be looked at: timeline_shots FOLDER
 #include "core/FootageFiles.h"
-#include "support/vnPalette.h"
 #include "window/Session.h"
+#include "window/Style.h"
 #include "window/Timeline.h"
 #include "window/Viewer.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QStyleFactory>
 #include <QToolButton>
 
 #include <cstdio>
@@ -15,20 +14,6 @@
 using namespace rostrum;
 
 namespace {
-
-void SetLook()
-{
-    QPalette palette = QApplication::palette();
-    ApplyColorSet(palette, /*set=*/1, /*range=*/0.2);
-    const QColor window = palette.color(QPalette::Window);
-    palette.setColor(QPalette::Midlight, window.lighter(120));
-    palette.setColor(QPalette::Dark, window.darker(140));
-    palette.setColor(QPalette::ToolTipBase, window.lighter(130));
-    palette.setColor(QPalette::ToolTipText, palette.color(QPalette::WindowText));
-    if (QStyle *style = QStyleFactory::create(QStringLiteral("plastique")))
-        QApplication::setStyle(style);
-    QApplication::setPalette(palette);
-}
 
 /// Hold keys of the time remap: pairs of a frame and an image.
 void HoldImages(
@@ -63,7 +48,11 @@ ItemId MakeScene(Host &host)
     scene.background = { 0.75, 0.82, 0.86 };
     const ItemId composition = project.AddComposition("scene 12", scene);
     const auto drawings
-        = ImportDrawings(QStringLiteral(VN_SAMPLES "/walk/walk0001.png"), /*series=*/true);
+        = ImportDrawings(QStringLiteral(VN_SAMPLES "/puddles/walk/walk0001.png"), /*series=*/true);
+    if (!drawings.Ok()) {
+        std::fprintf(stderr, "%s\n", qPrintable(drawings.error));
+        return 0;
+    }
     const ItemId walk = project.AddFootage(drawings.name, drawings.footage);
     Solid hill;
     hill.size = QSize(640, 120);
@@ -111,9 +100,10 @@ int main(int argc, char **argv)
         return 2;
     }
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    SetLook();
+    ApplyStyle(application);
     Host host;
-    MakeScene(host);
+    if (!MakeScene(host))
+        return 1;
     Session session(host);
     session.SetCurrentFrame(13);
     Viewer viewer(session);

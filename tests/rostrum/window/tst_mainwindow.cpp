@@ -389,12 +389,17 @@ void TestMainWindow::aCompositionIsMadeFromADrawing()
                  ->isEnabled());
     const DialogHand hand([&](QDialog &d) { TypePath(d, path); });
     fixture.Choose(QStringLiteral("File/Import Drawings..."));
+    const auto drawing = fixture.Tree().Picked();
 
     fixture.Choose(QStringLiteral("Composition/New from Picked Items"));
 
+    // The composition is picked, so that it stays in front when the list has the focus again.
+    QCOMPARE(fixture.Tree().Picked(),
+        QVector<rostrum::ItemId>{ fixture.Session().ActiveCompositionId() });
     QCOMPARE(fixture.Session().ActiveComposition()->size, QSize(64, 36));
     QCOMPARE(fixture.Session().FrameCount(), 7);
     QCOMPARE(fixture.LayerNames(), QStringList{ QStringLiteral("walk[0001-0007].png") });
+    fixture.Tree().Pick(drawing);
     fixture.Choose(QStringLiteral("Composition/Add Picked Items as Layers"));
     QCOMPARE(fixture.LayerNames().size(), 2);
     QCOMPARE(fixture.Session().SelectedLayers().size(), 1);
@@ -453,7 +458,7 @@ void TestMainWindow::selectedLayersAreRenamedLabelledDuplicatedAndDeleted()
         fixture.Choose(QStringLiteral("Layer/Rename..."));
         QVERIFY(hand.Answered());
     }
-    fixture.Choose(QStringLiteral("Layer/Label/Blue"));
+    fixture.Choose(QStringLiteral("Layer/Label/Cobalt"));
     fixture.Choose(QStringLiteral("Layer/Duplicate"));
     QCOMPARE(fixture.LayerNames(),
         QStringList({ QStringLiteral("lamp"), QStringLiteral("lamp"), QStringLiteral("Camera") }));

@@ -1,4 +1,4 @@
-// Keys and values in the timeline, by mouse and keyboard; judged by what the document holds, and the
+// Keys and values in the timeline, by mouse and keys; judged by what the document holds, and the
 // sheet would read.
 #include "ShownTimeline.h"
 #include "testhost/HostTestMain.h"

@@ -1,6 +1,7 @@
 // Where the rows of the timeline lie, and where its frames.
 #include "testhost/HostTestMain.h"
 #include "testhost/SheetFixture.h"
+#include "window/ItemText.h"
 #include "window/TimeScale.h"
 #include "window/TimelineRows.h"
 
@@ -117,13 +118,13 @@ void TestTimelineRows::nameIsThatOfTheSourceWhereTheLayerHasNone()
     SheetFixture sheet;
     Project project = sheet.host.GetProject();
     const auto title
-        = [&] { return LayerTitle(project, *project.FindLayer(sheet.composition, sheet.layer)); };
+        = [&] { return LayerText(project, *project.FindLayer(sheet.composition, sheet.layer)); };
     QCOMPARE(title(), QStringLiteral("walk[0000-0039].png"));
     project.EditLayer(sheet.composition, sheet.layer)->name = "\xC3\xA9t\xC3\xA9";
     QCOMPARE(title(), QStringLiteral("\u00e9t\u00e9"));
     const LayerId light = project.AddLayerWithoutSource(LayerKind::Light, "", sheet.composition);
     QCOMPARE(
-        LayerTitle(project, *project.FindLayer(sheet.composition, light)), QStringLiteral("Light"));
+        LayerText(project, *project.FindLayer(sheet.composition, light)), QStringLiteral("Light"));
 }
 
 void TestTimelineRows::framesFindTheirPixels()

@@ -1,4 +1,4 @@
-// The viewer as a person meets it: what its pixels are, what its numbers say, what keys and wheel do.
+// The viewer as a person meets it: what its pixels are, what its numbers say, what keys do.
 #include "DrawnScene.h"
 #include "MouseHand.h"
 #include "testhost/HostTestMain.h"
@@ -544,6 +544,7 @@ void TestViewer::previewIsShownWhileItLasts()
     QCOMPARE(shown.Pixel(), QColor(0, 0, 255));
     shown.viewer.OnPreviewEnd();
     QCOMPARE(shown.Drawing(), 0);
+    QCOMPARE(shown.viewer.Frames().Renderings(), 1); // what was kept is there yet
 }
 
 void TestViewer::clickPutsTheCompositionInFront()
