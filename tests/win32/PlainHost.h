@@ -1,0 +1,69 @@
+// A host as plain Win32 makes one: its own windows, its own message loop, and no Qt that serves them.
+// Rostrum's tables are linked in; the plug-in's library brings a Qt of its own.
+//
+//     +-- window -------------------+
+//     | before     (EDIT)           |
+//     | container: the panel's place|
+//     | after      (EDIT)           |
+//     +-----------------------------+
+#pragma once
+
+#include "suites/Host.h"
+
+#include <QMap>
+
+#include <functional>
+
+#include <windows.h>
+
+namespace testing {
+
+class PlainHost
+{
+public:
+    /// Serves the panels of a host object, which must live as long.
+    explicit PlainHost(rostrum::Host &host);
+    ~PlainHost();
+    PlainHost(const PlainHost &) = delete;
+    PlainHost &operator=(const PlainHost &) = delete;
+
+    HWND Window() const { return window; }
+    HWND Container() const { return container; }
+    HWND Before() const { return before; }
+    HWND After() const { return after; }
+    /// The plug-in's window in the container, null when there is none.
+    HWND Panel() const { return GetWindow(container, GW_CHILD); }
+    WNDPROC OwnProcedure() const { return ownProcedure; }
+    /// Messages of a kind that the container's own procedure has got.
+    int Count(UINT message) const { return counts.value(message); }
+    void ForgetCounts() { counts.clear(); }
+
+    /// Shows the window and makes it the foreground one. @return false when it does not become that
+    bool Open();
+    /// The host's loop, for a time; the idle hooks are called as often as they ask for.
+    void Serve(int milliseconds);
+    /// The host's loop until something has come about. @return false when it has not after 10 s
+    bool ServeUntil(const std::function<bool()> &isDone);
+
+private:
+    static LRESULT CALLBACK OnContainerMessage(HWND, UINT, WPARAM, LPARAM);
+    void ServeOnce();
+    HWND MakeChild(const wchar_t *kind, DWORD style, const RECT &place) const;
+
+    rostrum::Host &host;
+    HWND window = nullptr;
+    HWND container = nullptr;
+    HWND before = nullptr;
+    HWND after = nullptr;
+    WNDPROC ownProcedure = nullptr;
+    QMap<UINT, int> counts;
+    ULONGLONG nextIdle = 0; // ms since the system's start
+};
+
+/// Keys and clicks that come through the system's input, to whoever has the focus or is under the
+/// pointer.
+void PressKey(WORD key, WORD modifier = 0);
+/// @param x @param y in the client area of the window, pixels
+void Click(HWND window, int x, int y);
+
+} // namespace testing
