@@ -7,7 +7,7 @@
 /// with a frame it would go on adding the frame to every geometry.
 void nativeWindow::Embed(QWidget *widget, Handle parent)
 {
-    widget->setProperty("_q_embedded_native_parent_handle",
-        QVariant::fromValue(reinterpret_cast<WId>(parent)));
+    widget->setProperty(
+        "_q_embedded_native_parent_handle", QVariant::fromValue(reinterpret_cast<WId>(parent)));
     MakeChild(reinterpret_cast<Handle>(widget->winId()), parent);
 }

@@ -16,8 +16,8 @@ constexpr Label kLabels[kLabelCount] = { { "Brick", 0xffb04848 }, { "Straw", 0xf
     { "Lagoon", 0xff8fc0b8 }, { "Rose", 0xffd9a0b4 }, { "Lilac", 0xffa0a0cc },
     { "Apricot", 0xffd8b48c }, { "Mint", 0xff98c090 }, { "Cobalt", 0xff5a78c0 },
     { "Leaf", 0xff58a050 }, { "Plum", 0xff8a5aa8 }, { "Amber", 0xffd08838 },
-    { "Umber", 0xff8a6a48 }, { "Beet", 0xffc860a8 }, { "Ice", 0xff60b8d0 },
-    { "Flax", 0xffb8aa84 }, { "Fir", 0xff487858 } };
+    { "Umber", 0xff8a6a48 }, { "Beet", 0xffc860a8 }, { "Ice", 0xff60b8d0 }, { "Flax", 0xffb8aa84 },
+    { "Fir", 0xff487858 } };
 
 } // namespace
 
