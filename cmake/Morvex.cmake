@@ -7,10 +7,14 @@
 option(VN_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(VN_FUZZ "Build the fuzzers (clang only)" OFF)
 
+# A log line names a file by its place in the repository. A build for Windows, and a compiler cache,
+# name a source by its way from the build folder.
+file(RELATIVE_PATH way_to_source ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
+
 add_library(vn_options INTERFACE)
 target_compile_options(vn_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Werror
-  -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=) # a log line names a file by its place in the repository
+  -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/= -fmacro-prefix-map=${way_to_source}=)
 target_compile_definitions(vn_options INTERFACE
   QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_ASCII)
 if(VN_SANITIZE)
@@ -38,9 +42,6 @@ set(VN_DRIVE "")
 if(WIN32)
   set(VN_DRIVE "Z:")
 endif()
-# When building for Windows, CMake names a source by its way from the build folder.
-file(RELATIVE_PATH VN_WAY_TO_SOURCE ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
-
 # Makes `#include "FOLDER/Header.h"` find this source folder for TARGET and for those that link it.
 function(vn_expose target folder)
   set(root ${CMAKE_BINARY_DIR}/include/${target})
@@ -59,9 +60,6 @@ function(vn_library target)
   cmake_parse_arguments(arg "" "FOLDER" "SOURCES;LINKS" ${ARGN})
   add_library(${target} STATIC ${arg_SOURCES})
   target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE vn_options)
-  if(WIN32)
-    target_compile_options(${target} PRIVATE -fmacro-prefix-map=${VN_WAY_TO_SOURCE}/=)
-  endif()
   vn_expose(${target} ${arg_FOLDER})
 endfunction()
 
