@@ -25,6 +25,23 @@ void DeliverPostedEvents() noexcept
     }
 }
 
+/// What an event's work throws ends with the event, as at every border to the host: the window
+/// system calls Qt in the midst of the host's loop, for a key or for a timer.
+class GuardedApplication : public QApplication
+{
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (...) { // numbers of the host, failed allocations, anything
+            return true;
+        }
+    }
+};
+
 /// A dark host, and widgets that do not stand out in it. The style comes after the palette, which it
 /// then takes over.
 void DressApplication()
@@ -63,9 +80,10 @@ void OnLibraryLoad()
     {
         static int argumentCount = 0; // the application keeps a reference
         const libraryLife::PlatformChoice platform;
-        new QApplication(argumentCount, /*argv=*/nullptr); // found by qApp, deleted below
+        new GuardedApplication(argumentCount, /*argv=*/nullptr); // found by qApp, deleted below
     }
-    libraryLife::KeepLoaded();
+    if (!libraryLife::KeepLoaded())
+        vnLog::Instance()->Add("the library's own path is of no use, the host may unload it");
     ownsApplication = true;
     DressApplication();
     MakeCaches();
@@ -77,4 +95,5 @@ void OnLibraryUnload()
         return;
     ownsApplication = false;
     delete QCoreApplication::instance(); // null when somebody else has deleted it
+    libraryLife::UnhookMessages();
 }

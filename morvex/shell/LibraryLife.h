@@ -20,8 +20,11 @@ namespace libraryLife {
 
 /// Has work done at each message that the calling thread fetches from now on.
 void HookMessages(void (*work)());
+/// Takes the hook away again: it leads into a library that goes.
+void UnhookMessages();
 /// Adds a reference to the library itself, so that the host cannot unload it while Qt objects live.
-void KeepLoaded();
+/// @return false when it cannot be found by its path, which is too long for a buffer of 256 bytes, say
+bool KeepLoaded();
 
 /// Sees to it, as long as it stands, that an application object can be made, with a display to show
 /// on or without.

@@ -30,13 +30,15 @@ namespace libraryLife {
 /// A host's loop here is anything from none to the toolkit's own. Where it is the toolkit's, or that
 /// of the library that the toolkit waits with, posted events are delivered already.
 void HookMessages(void (*)()) { }
+void UnhookMessages() { }
 
-void KeepLoaded()
+bool KeepLoaded()
 {
     Dl_info place;
     if (dladdr(reinterpret_cast<const void *>(&OnLibraryLoad), &place) == 0 || !place.dli_fname)
-        return;
-    dlopen(place.dli_fname, RTLD_NOW | RTLD_NOLOAD); // its result is the reference
+        return false;
+    return dlopen(place.dli_fname, RTLD_NOW | RTLD_NOLOAD)
+        != nullptr; // the result is the reference
 }
 
 /// The toolkit ends the process when it finds no display. It is told to go on without one, unless

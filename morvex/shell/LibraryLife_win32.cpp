@@ -25,14 +25,19 @@ void HookMessages(void (*work)())
         = SetWindowsHookExW(WH_GETMESSAGE, OnMessage, /*hmod=*/nullptr, GetCurrentThreadId());
 }
 
-void KeepLoaded()
+void UnhookMessages()
+{
+    UnhookWindowsHookEx(messageHook);
+    messageHook = nullptr;
+}
+
+bool KeepLoaded()
 {
     char path[256];
-    const DWORD length = GetModuleFileNameA(library, path, sizeof(path) - 1);
-    if (length == 0)
-        return;
-    path[length] = '\0'; // where the path is cut there is none
-    LoadLibraryA(path);
+    const DWORD length = GetModuleFileNameA(library, path, sizeof(path));
+    if (length == 0 || length == sizeof(path)) // where it is cut it would name another library
+        return false;
+    return LoadLibraryA(path) != nullptr;
 }
 
 PlatformChoice::PlatformChoice() : isOurs(false) { }

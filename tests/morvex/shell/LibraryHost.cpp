@@ -59,6 +59,8 @@ void OpenPanel(const QString &plugin)
     Say("loading", host->Driver().LoadPlugin(plugin).toUtf8());
     Say("panel", host->Driver().TogglePanel("morvex") ? "refused" : "made");
     bool timer = false;
+    QTimer::singleShot(
+        /*msec=*/10, [] { throw 516; }); // as an error of the host comes out of a slot
     QTimer::singleShot(/*msec=*/20, [&timer] { timer = true; });
     const QWidget *panel = container->findChild<QWidget *>();
     QDeadlineTimer deadline(/*msecs=*/10000);
