@@ -1,7 +1,7 @@
 #include "shell/QWinWidget.h"
 
+#include <QApplication>
 #include <QChildEvent>
-#include <QCoreApplication>
 #include <QFocusEvent>
 
 using nativeWindow::Onward;
@@ -186,15 +186,19 @@ void QWinWidget::focusInEvent(QFocusEvent *event)
         QWidget::focusNextPrevChild(/*next=*/false); // from the first one back: to the last
 }
 
-/// The keyboard has come to the widget's native window. How, only the Shift key tells.
+/// The keyboard has come to the widget's native window. How, only the Shift key tells; unless Qt has
+/// fetched it for a widget that is to have it, a clicked one, say.
 bool QWinWidget::nativeEvent(const QByteArray &, void *message, long *)
 {
-    if (nativeWindow::IsFocusMessage(message) && QCoreApplication::instance()) {
-        const bool isBackward = nativeWindow::IsShiftDown();
-        QFocusEvent focus(
-            QEvent::FocusIn, isBackward ? Qt::BacktabFocusReason : Qt::TabFocusReason);
-        QCoreApplication::sendEvent(this, &focus);
-    }
+    const QWidget *fetcher = QApplication::focusWidget();
+    if (!nativeWindow::IsFocusMessage(message) || !QCoreApplication::instance()
+        || (fetcher && fetcher->window() == this))
+        return false;
+    const bool isBackward = nativeWindow::IsShiftDown();
+    QFocusEvent focus(QEvent::FocusIn, isBackward ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+    QCoreApplication::sendEvent(this, &focus);
+    if (!focusWidget()) // an active window without one gets any that Qt finds
+        setFocus(Qt::OtherFocusReason);
     return false; // the native handling goes on
 }
 

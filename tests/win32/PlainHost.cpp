@@ -80,6 +80,8 @@ LRESULT CALLBACK PlainHost::OnContainerMessage(
 {
     if (auto *self = reinterpret_cast<PlainHost *>(GetWindowLongPtrA(handle, GWLP_USERDATA)))
         ++self->counts[message];
+    if (message == kQuestion)
+        return kAnswer;
     return DefWindowProcW(handle, message, first, second);
 }
 
@@ -90,10 +92,24 @@ bool PlainHost::Open()
     return ServeUntil([this] { return GetForegroundWindow() == window; });
 }
 
+/// The Shift key's state is that of the moment when the key was pressed.
+bool PlainHost::TakeTab(const MSG &message) const
+{
+    if (message.message != WM_KEYDOWN || message.wParam != VK_TAB
+        || (message.hwnd != before && message.hwnd != after))
+        return false;
+    const bool isBackward = GetKeyState(VK_SHIFT) < 0;
+    const bool isToPanel = isBackward == (message.hwnd == after) && Panel();
+    SetFocus(isToPanel ? Panel() : message.hwnd == before ? after : before);
+    return true;
+}
+
 void PlainHost::ServeOnce()
 {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (TakeTab(message))
+            continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

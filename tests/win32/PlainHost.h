@@ -6,6 +6,8 @@
 //     | container: the panel's place|
 //     | after      (EDIT)           |
 //     +-----------------------------+
+//
+// The Tab key in one of the fields takes the keyboard to the panel, or to the other field.
 #pragma once
 
 #include "suites/Host.h"
@@ -21,6 +23,9 @@ namespace testing {
 class PlainHost
 {
 public:
+    static constexpr UINT kQuestion = WM_APP + 7; // to the container
+    static constexpr LRESULT kAnswer = 4711; // of its own procedure
+
     /// Serves the panels of a host object, which must live as long.
     explicit PlainHost(rostrum::Host &host);
     ~PlainHost();
@@ -31,7 +36,7 @@ public:
     HWND Container() const { return container; }
     HWND Before() const { return before; }
     HWND After() const { return after; }
-    /// The plug-in's window in the container, null when there is none.
+    /// The panel's window in the container, null when there is none.
     HWND Panel() const { return GetWindow(container, GW_CHILD); }
     WNDPROC OwnProcedure() const { return ownProcedure; }
     /// Messages of a kind that the container's own procedure has got.
@@ -48,6 +53,7 @@ public:
 private:
     static LRESULT CALLBACK OnContainerMessage(HWND, UINT, WPARAM, LPARAM);
     void ServeOnce();
+    bool TakeTab(const MSG &message) const;
     HWND MakeChild(const wchar_t *kind, DWORD style, const RECT &place) const;
 
     rostrum::Host &host;

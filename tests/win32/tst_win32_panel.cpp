@@ -1,17 +1,20 @@
 #include "PlainHost.h"
+#include "WindowLook.h"
 #include "testhost/SheetFixture.h"
 #include "testing/TestMain.h"
 
 #include <QDir>
-#include <QImage>
-#include <QSet>
 
 #include <memory>
 
 using testing::Click;
+using testing::ColorsOf;
+using testing::Covers;
+using testing::IsInside;
 using testing::PlainHost;
 using testing::PressKey;
 using testing::SheetFixture;
+using testing::Shown;
 
 namespace {
 
@@ -19,69 +22,13 @@ const QByteArray kPanel = "morvex";
 constexpr LONG kChildStyle = 0x46000000; // child, clips its siblings and its children
 constexpr char kProperty[] = "WinTools"; // of the container: the panel's object
 
-RECT ClientArea(HWND window)
-{
-    RECT area = {};
-    GetClientRect(window, &area);
-    return area;
-}
+constexpr int kFrames = 100;
 
-bool Covers(HWND child, HWND parent)
-{
-    RECT place = {};
-    GetWindowRect(child, &place);
-    MapWindowPoints(nullptr, parent, reinterpret_cast<POINT *>(&place), 2);
-    const RECT whole = ClientArea(parent);
-    return EqualRect(&place, &whole) != 0;
-}
-
-bool IsInside(HWND window, HWND ancestor)
-{
-    return window == ancestor || IsChild(ancestor, window);
-}
-
-/// What a window shows, as the display has it.
-QImage Shown(HWND window)
-{
-    const RECT area = ClientArea(window);
-    QImage image(area.right, area.bottom, QImage::Format_RGB32);
-    BITMAPINFO format = {};
-    format.bmiHeader.biSize = sizeof format.bmiHeader;
-    format.bmiHeader.biWidth = area.right;
-    format.bmiHeader.biHeight = -area.bottom; // the first line first
-    format.bmiHeader.biPlanes = 1;
-    format.bmiHeader.biBitCount = 32;
-    POINT corner = {};
-    ClientToScreen(window, &corner);
-    const HDC display = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(display);
-    const HBITMAP bitmap = CreateCompatibleBitmap(display, area.right, area.bottom);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, area.right, area.bottom, display, corner.x, corner.y, SRCCOPY);
-    SelectObject(memory, before);
-    GetDIBits(
-        memory, bitmap, 0, static_cast<UINT>(area.bottom), image.bits(), &format, DIB_RGB_COLORS);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, display);
-    return image;
-}
-
-/// Since the trace was started. A timer of the panel's reads every frame of every column anew, an idle
-/// call far less.
+/// Since the trace was started. A timer of the panel's reads the column's every frame anew, an idle call
+/// reads none.
 bool IsSheetRead(rostrum::Host &host)
 {
-    return host.GetTrace().Count("AEGP_GetNewStreamValue") > 50;
-}
-
-int ColorsOf(const QImage &image)
-{
-    QSet<QRgb> colors;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            colors << (image.pixel(x, y) & RGB_MASK);
-    }
-    return colors.size();
+    return host.GetTrace().Count("AEGP_GetLayerStreamValue") >= kFrames;
 }
 
 } // namespace
@@ -119,7 +66,7 @@ private:
 
 void TestWin32Panel::initTestCase()
 {
-    sheet = std::make_unique<SheetFixture>(testing::Keys{ { 0, 1 } });
+    sheet = std::make_unique<SheetFixture>(testing::Keys{ { 0, 1 } }, kFrames);
     plain = std::make_unique<PlainHost>(sheet->host);
     QVERIFY(plain->Open());
     QCOMPARE(sheet->host.Driver().LoadPlugin(QStringLiteral(VN_PLUGIN)), QString());

@@ -10,11 +10,10 @@
 // The suites are those of a real host object, so that a suite that is not given back fails the run.
 #pragma once
 
-#include "shell/WinQtAE.h"
+#include "TestPanel.h"
 #include "suites/Host.h"
 
 #include <QApplication>
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
@@ -46,38 +45,6 @@ protected:
     }
 };
 
-/// A panel of line edits. It notes when it comes and goes.
-class TestPanel : public WinQtAE
-{
-public:
-    TestPanel(SPBasicSuite *suite, Container *container, AEGP_PanelFunctions1 *table, int count)
-        : WinQtAE(suite, /*pluginId=*/21, /*panel=*/nullptr, container->Handle(), table)
-    {
-        auto *row = new QHBoxLayout(this);
-        for (int i = 0; i < count; ++i) {
-            fields << new QLineEdit(this);
-            fields.last()->setObjectName(QStringLiteral("field%1").arg(i));
-            row->addWidget(fields.last());
-        }
-        setObjectName(QStringLiteral("panel"));
-    }
-
-    void OnResize() override
-    {
-        ++resizes;
-        WinQtAE::OnResize();
-    }
-
-    QList<QLineEdit *> fields;
-    int resizes = 0;
-    int hides = 0;
-    int shows = 0;
-
-protected:
-    void hideEvent(QHideEvent *) override { ++hides; }
-    void showEvent(QShowEvent *) override { ++shows; }
-};
-
 class DockFixture
 {
 public:
@@ -93,7 +60,7 @@ public:
         column->addWidget(before);
         column->addWidget(container, /*stretch=*/1);
         column->addWidget(after);
-        panel = new TestPanel(host.BasicSuite(), container, &functions, fields);
+        panel = new TestPanel(host.BasicSuite(), container->Handle(), &functions, fields);
         window.resize(420, 300);
     }
     ~DockFixture() { delete panel; } // a container that goes leaves it

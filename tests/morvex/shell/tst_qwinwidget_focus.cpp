@@ -230,7 +230,7 @@ void TestQWinWidgetFocus::twoPanelsInOneWindowAreCrossedInOrder()
     fixture.window.layout()->addWidget(container); // behind "after", also in the chain
     container->setMinimumHeight(60);
     AEGP_PanelFunctions1 functions{};
-    TestPanel second(fixture.host.BasicSuite(), container, &functions, /*count=*/2);
+    TestPanel second(fixture.host.BasicSuite(), container->Handle(), &functions, /*count=*/2);
     for (QLineEdit *field : qAsConst(second.fields))
         field->setObjectName(QStringLiteral("second ") + field->objectName());
     QVERIFY(fixture.Open());

@@ -195,7 +195,7 @@ void TestWinQtAECallback::aSuiteThatCannotBeHadIsThrownOutOfTheConstructor()
     AEGP_PanelFunctions1 table{};
     SuiteErr thrown = A_Err_NONE;
     try {
-        TestPanel panel(host.BasicSuite(), container, &table, /*count=*/1);
+        TestPanel panel(host.BasicSuite(), container->Handle(), &table, /*count=*/1);
     } catch (SuiteErr err) {
         thrown = err;
     }
