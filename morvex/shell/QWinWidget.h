@@ -14,11 +14,12 @@
 // The library exports this class. A null window leaves it an ordinary top-level widget.
 #pragma once
 
+#include "shell/Exported.h"
 #include "shell/NativeWindow.h"
 
 #include <QWidget>
 
-class Q_DECL_EXPORT QWinWidget : public QWidget
+class VN_EXPORTED QWinWidget : public QWidget
 {
     Q_OBJECT
 

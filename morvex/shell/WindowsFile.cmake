@@ -1,5 +1,8 @@
-# The plug-in's file for Windows: its name, and the property list as a resource.
+# The plug-in's file for Windows: its name, what it shows, and the property list as a resource.
 #
+# This linker looks into morvex.map only where it exports everything by itself.
+target_link_options(morvex PRIVATE LINKER:--export-all-symbols)
+
 # A host reads the list out of the file before it loads it. The bytes are those of PropertyList.cpp,
 # taken out of its object file, so that they are written down once.
 set_target_properties(morvex PROPERTIES SUFFIX .aex)
