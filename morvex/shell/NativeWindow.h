@@ -30,6 +30,7 @@ struct Rectangle
 
 // The messages that docking knows, by the numbers that the window system gives them.
 
+constexpr unsigned kMessageSized = 5; // the window has another size
 constexpr unsigned kMessageFocus = 7; // the keyboard has come to the window
 constexpr unsigned kMessagePaint = 15;
 constexpr unsigned kMessageCommand = 273;

@@ -7,7 +7,7 @@
 namespace nativeWindow {
 namespace {
 
-static_assert(kMessageFocus == WM_SETFOCUS && kMessagePaint == WM_PAINT
+static_assert(kMessageSized == WM_SIZE && kMessageFocus == WM_SETFOCUS && kMessagePaint == WM_PAINT
     && kMessageCommand == WM_COMMAND && kMessageSizing == WM_SIZING);
 static_assert(
     std::is_same_v<WPARAM,

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QChildEvent>
 #include <QFocusEvent>
+#include <QWindow>
 
 using nativeWindow::Onward;
 
@@ -190,9 +191,14 @@ void QWinWidget::focusInEvent(QFocusEvent *event)
 /// fetched it for a widget that is to have it, a clicked one, say.
 bool QWinWidget::nativeEvent(const QByteArray &, void *message, long *)
 {
-    const QWidget *fetcher = QApplication::focusWidget();
-    if (!nativeWindow::IsFocusMessage(message) || !QCoreApplication::instance()
-        || (fetcher && fetcher->window() == this))
+    if (!nativeWindow::IsFocusMessage(message) || !QCoreApplication::instance())
+        return false;
+    const QWidget *focused = QApplication::focusWidget();
+    // Qt hears late of a keyboard that goes: while it takes the window for the active one, this is
+    // the widget of last time.
+    const bool isFetched
+        = focused && focused->window() == this && QGuiApplication::focusWindow() != windowHandle();
+    if (isFetched)
         return false;
     const bool isBackward = nativeWindow::IsShiftDown();
     QFocusEvent focus(QEvent::FocusIn, isBackward ? Qt::BacktabFocusReason : Qt::TabFocusReason);

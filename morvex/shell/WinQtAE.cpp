@@ -4,6 +4,7 @@
 #include "vnAE/vipLi.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 
 namespace {
 
@@ -88,6 +89,7 @@ std::intptr_t WinQtAE::ContainerProcedure(
             panel->OnResize();
         });
         return nativeWindow::DefaultProcedure(window, message, first, second);
+    case nativeWindow::kMessageSized: // a window that has become smaller is not painted
     case nativeWindow::kMessageSizing:
         Guarded([&] { panel->OnResize(); });
         break;
@@ -102,6 +104,12 @@ std::intptr_t WinQtAE::ContainerProcedure(
 
 void WinQtAE::OnResize()
 {
+    QLayout *own = layout();
+    // A window keeps to its layout's smallest size, and would reach over the container.
+    if (own && own->sizeConstraint() != QLayout::SetNoConstraint) {
+        own->setSizeConstraint(QLayout::SetNoConstraint);
+        setMinimumSize(0, 0);
+    }
     const nativeWindow::Rectangle area = nativeWindow::ClientRectangle(container);
     nativeWindow::Invalidate(container);
     setGeometry(/*x=*/0, /*y=*/0, area.width, area.height);

@@ -2,10 +2,14 @@
 #include "support/vnLog.h"
 #include "testing/TestMain.h"
 
+#include <QDir>
+#include <QFile>
 #include <QPalette>
+#include <QProcess>
 #include <QStyle>
+#include <QTemporaryDir>
 
-#include <memory>
+#include <cstdio>
 
 #include <windows.h>
 
@@ -13,6 +17,8 @@ namespace {
 
 const QEvent::Type kPosted = QEvent::Type(QEvent::User + 1);
 const QEvent::Type kThrowing = QEvent::Type(QEvent::User + 2);
+
+constexpr char kTellLog[] = "--tell-log"; // of this program itself: what a loading has to say
 
 /// Counts the events that are posted to it.
 class Receiver : public QObject
@@ -72,6 +78,8 @@ private slots:
     void whatAnEventThrowsEndsInTheLibrary();
     void anApplicationThatTheHostDeletedIsNoneAnyMore();
     void aHostWithAnApplicationIsLeftAlone();
+    void aPathThatNoBufferHoldsIsRefused_data();
+    void aPathThatNoBufferHoldsIsRefused();
 };
 
 void TestWin32Application::cleanup()
@@ -167,8 +175,45 @@ void TestWin32Application::aHostWithAnApplicationIsLeftAlone()
     QCOMPARE(receiver.count, 1);
 }
 
+void TestWin32Application::aPathThatNoBufferHoldsIsRefused_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("isRefused");
+    QTest::newRow("the longest") << 255 << false;
+    QTest::newRow("a character more") << 256 << true;
+}
+
+/// A copy of this program runs at a path of that length.
+void TestWin32Application::aPathThatNoBufferHoldsIsRefused()
+{
+    QFETCH(int, length);
+    QFETCH(bool, isRefused);
+    int argc = 0;
+    const QCoreApplication application(argc, nullptr);
+    const QTemporaryDir place;
+    const QString folder = place.filePath(QString(120, QLatin1Char('d'))) + QLatin1Char('/');
+    QVERIFY(QDir().mkpath(folder));
+    const QString path
+        = folder + QString(length - 4 - folder.size(), QLatin1Char('p')) + QStringLiteral(".exe");
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), path));
+    QProcess program;
+    program.start(path, { QLatin1String(kTellLog) });
+    QVERIFY2(program.waitForFinished(), qPrintable(program.errorString()));
+    QCOMPARE(program.exitCode(), 0);
+    const QByteArray log = program.readAllStandardOutput();
+    QTRY_VERIFY(QFile::remove(path)); // a program that has ended may keep its file for a moment
+    QVERIFY(log.contains("plastique")); // it is the log
+    QCOMPARE(log.contains("the library's own path is of no use"), isRefused);
+}
+
 int main(int argc, char **argv)
 {
+    if (argc == 2 && qstrcmp(argv[1], kTellLog) == 0) {
+        OnLibraryLoad();
+        std::fputs(vnLog::Instance()->Text(), stdout);
+        OnLibraryUnload();
+        return 0;
+    }
     TestWin32Application tests;
     return testing::RunTests(tests, argc, argv);
 }

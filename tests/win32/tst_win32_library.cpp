@@ -25,6 +25,14 @@ private:
     HMODULE module;
 };
 
+/// A hook that the library left behind would be called here.
+bool FetchesMessages()
+{
+    MSG message;
+    return PostThreadMessageW(GetCurrentThreadId(), WM_APP, 0, 0)
+        && PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE);
+}
+
 bool IsInProcess(const wchar_t *name)
 {
     return GetModuleHandleW(name) != nullptr;
@@ -64,8 +72,10 @@ void TestWin32Library::theLibraryHoldsOneReferenceToItselfAndGoesWithTheSecond()
     QVERIFY(library.HasEntryPoint());
     library.GiveBack();
     QVERIFY(IsInProcess(L"morvex.aex")); // the host cannot unload it while its Qt lives
+    QVERIFY(FetchesMessages());
     library.GiveBack();
     QVERIFY(!IsInProcess(L"morvex.aex"));
+    QVERIFY(FetchesMessages());
 }
 
 void TestWin32Library::aPathLongerThanTheBufferHasNoExtraReference()

@@ -1,10 +1,11 @@
 #include "PlainHost.h"
 #include "WindowLook.h"
+#include "testhost/HostTestMain.h"
 #include "testhost/SheetFixture.h"
-#include "testing/TestMain.h"
 
 #include <QDir>
 
+#include <algorithm>
 #include <memory>
 
 using testing::Click;
@@ -52,15 +53,25 @@ private slots:
     void aTypedCellBecomesAKey();
     void theHostsUndoIsSeenByATimerWithNoQtLoop();
     void thePanelHandsUndoToTheHost();
+    void theHostsMainCommandsAreHandedOver_data();
+    void theHostsMainCommandsAreHandedOver();
+    void theTabKeyEntersAndLeavesThePanel_data();
+    void theTabKeyEntersAndLeavesThePanel();
     void aHostsMessageBoxKeepsThePanelAlive();
+    void aSuiteThatIsMissingInATimerStaysInTheLibrary();
     void cleanupTestCase();
 
 private:
-    /// Clicks into the first column of the sheet and types an image.
+    /// Clicks into the first column of the sheet, each time another cell: two clicks on one would be a
+    /// double one, which opens the cell's editor.
+    void ClickSheet();
+    /// The same, and types an image.
     void TypeCell(WORD digit);
+    bool HasKeyOf(int image) const;
 
     std::unique_ptr<SheetFixture> sheet;
     std::unique_ptr<PlainHost> plain;
+    int clicks = 0;
     bool wasVisibleBeforeThePaint = true;
 };
 
@@ -69,6 +80,7 @@ void TestWin32Panel::initTestCase()
     sheet = std::make_unique<SheetFixture>(testing::Keys{ { 0, 1 } }, kFrames);
     plain = std::make_unique<PlainHost>(sheet->host);
     QVERIFY(plain->Open());
+    sheet->host.Driver().openProject = sheet->host.Driver().saveProject = [] { return A_Err_NONE; };
     QCOMPARE(sheet->host.Driver().LoadPlugin(QStringLiteral(VN_PLUGIN)), QString());
     QCOMPARE(sheet->host.Driver().TogglePanel(kPanel), A_Err_NONE);
     QVERIFY(plain->Panel());
@@ -140,13 +152,26 @@ void TestWin32Panel::aResizedContainerIsFilledAtItsNextPaint()
     QVERIFY(plain->ServeUntil([this] { return Covers(plain->Panel(), plain->Container()); }));
 }
 
-void TestWin32Panel::TypeCell(WORD digit)
+void TestWin32Panel::ClickSheet()
 {
-    Click(plain->Container(), 50, 400);
+    SetFocus(plain->Before()); // so that the click brings the keyboard
+    Click(plain->Container(), 50, ++clicks % 2 ? 400 : 360);
     QVERIFY(plain->ServeUntil([this] { return IsInside(GetFocus(), plain->Panel()); }));
     plain->Serve(/*milliseconds=*/200);
+}
+
+void TestWin32Panel::TypeCell(WORD digit)
+{
+    ClickSheet();
     PressKey(digit);
     PressKey(VK_RETURN);
+}
+
+bool TestWin32Panel::HasKeyOf(int image) const
+{
+    const testing::Keys keys = sheet->RemapKeys();
+    return std::any_of(
+        keys.cbegin(), keys.cend(), [image](const auto &key) { return key.image == image; });
 }
 
 void TestWin32Panel::aTypedCellBecomesAKey()
@@ -173,47 +198,124 @@ void TestWin32Panel::theHostsUndoIsSeenByATimerWithNoQtLoop()
 void TestWin32Panel::thePanelHandsUndoToTheHost()
 {
     TypeCell('8');
-    QVERIFY(plain->ServeUntil([this] { return sheet->RemapKeys().size() == 3; }));
+    QVERIFY(plain->ServeUntil([this] { return HasKeyOf(8); }));
     PressKey('Z', VK_CONTROL);
-    QVERIFY(plain->ServeUntil([this] { return sheet->RemapKeys().size() == 1; }));
+    QVERIFY(plain->ServeUntil([this] { return !HasKeyOf(8); }));
+}
+
+void TestWin32Panel::theHostsMainCommandsAreHandedOver_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("Undo") << int('Z') << QByteArray("16");
+    QTest::newRow("Redo") << int('Y') << QByteArray("2035");
+    QTest::newRow("Open") << int('O') << QByteArray("3");
+    QTest::newRow("Save") << int('S') << QByteArray("5");
+}
+
+void TestWin32Panel::theHostsMainCommandsAreHandedOver()
+{
+    QFETCH(int, key);
+    QFETCH(QByteArray, command);
+    ClickSheet();
+    const auto isCommand = [](const rostrum::TraceEntry &entry) {
+        return QByteArray(entry.function) == "AEGP_DoCommand";
+    };
+    rostrum::Trace &trace = sheet->host.GetTrace();
+    trace.Start();
+    PressKey(static_cast<WORD>(key), VK_CONTROL);
+    QVERIFY(plain->ServeUntil([&] { return trace.Count("AEGP_DoCommand") > 0; }));
+    plain->Serve(/*milliseconds=*/50);
+    trace.Stop();
+    QCOMPARE(trace.Count("AEGP_DoCommand"), 1);
+    const auto first = std::find_if(trace.Entries().cbegin(), trace.Entries().cend(), isCommand);
+    QCOMPARE(first->arguments, command);
+    plain->Serve(/*milliseconds=*/300); // what it makes the panel read is read
+}
+
+void TestWin32Panel::theTabKeyEntersAndLeavesThePanel_data()
+{
+    QTest::addColumn<bool>("forward");
+    QTest::newRow("Tab, then Shift and Tab") << true;
+    QTest::newRow("Shift and Tab, then Tab") << false;
+}
+
+void TestWin32Panel::theTabKeyEntersAndLeavesThePanel()
+{
+    QFETCH(bool, forward);
+    SetFocus(forward ? plain->Before() : plain->After());
+    PressKey(VK_TAB, forward ? 0 : VK_SHIFT);
+    QVERIFY(plain->ServeUntil([this] { return IsInside(GetFocus(), plain->Panel()); }));
+    plain->Serve(/*milliseconds=*/100);
+    QVERIFY(IsInside(GetFocus(), plain->Panel()));
+    PressKey(VK_TAB, forward ? VK_SHIFT : 0);
+    QVERIFY(plain->ServeUntil([this] { return GetFocus() == plain->Container(); }));
 }
 
 namespace {
 
-SheetFixture *boxSheet = nullptr;
-bool wasSheetRead = false;
+struct Box
+{
+    SheetFixture *sheet;
+    HWND owner;
+    int patience = 200; // calls
+    bool wasSheetRead = false;
+};
 
-/// Runs inside the message box's own loop, some time after the undo; then ends the box.
+Box *box = nullptr;
+
+/// Runs inside the message box's own loop; ends the box when the panel has read the sheet.
 void CALLBACK OnBoxTimer(HWND, UINT, UINT_PTR timer, DWORD)
 {
+    box->wasSheetRead = IsSheetRead(box->sheet->host);
+    const HWND popup = GetLastActivePopup(box->owner);
+    if (popup == box->owner || !(box->wasSheetRead || --box->patience == 0))
+        return;
     KillTimer(nullptr, timer);
-    wasSheetRead = IsSheetRead(boxSheet->host);
-    EndDialog(GetForegroundWindow(), IDOK); // the box has it
+    EndDialog(popup, IDOK);
 }
 
 } // namespace
 
 void TestWin32Panel::aHostsMessageBoxKeepsThePanelAlive()
 {
-    boxSheet = sheet.get();
     TypeCell('9');
-    QVERIFY(plain->ServeUntil([this] { return sheet->RemapKeys().size() == 3; }));
+    QVERIFY(plain->ServeUntil([this] { return HasKeyOf(9); }));
     QCOMPARE(sheet->host.Driver().RunCommand(16), A_Err_NONE);
     sheet->host.GetTrace().Start();
-    SetTimer(nullptr, 0, /*ms=*/1000, OnBoxTimer);
+    Box state{ sheet.get(), plain->Window() };
+    box = &state;
+    SetTimer(nullptr, 0, /*ms=*/50, OnBoxTimer);
     QCOMPARE(MessageBoxW(plain->Window(), L"A box of the host", L"Plain host", MB_OK), IDOK);
     sheet->host.GetTrace().Stop();
-    QVERIFY(wasSheetRead);
+    QVERIFY(state.wasSheetRead);
+}
+
+/// Out of a slot it would go on through the system's call of Qt, into this host's loop.
+void TestWin32Panel::aSuiteThatIsMissingInATimerStaysInTheLibrary()
+{
+    sheet->host.Withhold("AEGP Comp Suite", 14);
+    QCOMPARE(sheet->host.Driver().RunCommand(16), A_Err_NONE);
+    plain->Serve(/*milliseconds=*/400);
+    Click(plain->Container(), 50, 350);
+    plain->Serve(/*milliseconds=*/200);
+    sheet->host.Faults().Clear();
+    QCOMPARE(sheet->host.Driver().RunCommand(16), A_Err_NONE);
+    sheet->host.GetTrace().Start();
+    QVERIFY(plain->ServeUntil([this] { return IsSheetRead(sheet->host); }));
+    sheet->host.GetTrace().Stop();
 }
 
 void TestWin32Panel::cleanupTestCase()
 {
     sheet->host.Driver().CallDeath();
     plain.reset();
+    sheet.reset();
 }
 
 int main(int argc, char **argv)
 {
+    testing::CollectHostEnds();
     TestWin32Panel tests; // no application object: this host has no Qt in its windows
     return testing::RunTests(tests, argc, argv);
 }
