@@ -1,7 +1,5 @@
 #include "PlainHost.h"
 
-#include <iterator>
-
 namespace testing {
 namespace {
 
@@ -20,23 +18,6 @@ void RegisterKind(const wchar_t *name, WNDPROC procedure)
     kind.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     kind.lpszClassName = name;
     RegisterClassW(&kind); // unchecked: a second host finds it registered
-}
-
-INPUT KeyInput(WORD key, DWORD flags)
-{
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = flags;
-    return input;
-}
-
-INPUT MouseInput(DWORD flags)
-{
-    INPUT input = {};
-    input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
-    return input;
 }
 
 } // namespace
@@ -134,28 +115,6 @@ bool PlainHost::ServeUntil(const std::function<bool()> &isDone)
     while (!isDone() && GetTickCount64() < end)
         ServeOnce();
     return isDone();
-}
-
-void PressKey(WORD key, WORD modifier)
-{
-    INPUT inputs[4];
-    UINT count = 0;
-    if (modifier)
-        inputs[count++] = KeyInput(modifier, 0);
-    inputs[count++] = KeyInput(key, 0);
-    inputs[count++] = KeyInput(key, KEYEVENTF_KEYUP);
-    if (modifier)
-        inputs[count++] = KeyInput(modifier, KEYEVENTF_KEYUP);
-    SendInput(count, inputs, sizeof inputs[0]);
-}
-
-void Click(HWND window, int x, int y)
-{
-    POINT place = { x, y };
-    ClientToScreen(window, &place);
-    SetCursorPos(place.x, place.y);
-    INPUT inputs[] = { MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP) };
-    SendInput(static_cast<UINT>(std::size(inputs)), inputs, sizeof inputs[0]);
 }
 
 } // namespace testing

@@ -66,10 +66,4 @@ private:
     ULONGLONG nextIdle = 0; // ms since the system's start
 };
 
-/// Keys and clicks that come through the system's input, to whoever has the focus or is under the
-/// pointer.
-void PressKey(WORD key, WORD modifier = 0);
-/// @param x @param y in the client area of the window, pixels
-void Click(HWND window, int x, int y);
-
 } // namespace testing

@@ -1,5 +1,5 @@
 #include "DockedPanel.h"
-#include "WindowLook.h"
+#include "WindowUser.h"
 #include "testing/TestMain.h"
 
 #include <QApplication>

@@ -1,4 +1,5 @@
 #include "DockedPanel.h"
+#include "WindowUser.h"
 #include "testing/TestMain.h"
 
 using testing::Click;

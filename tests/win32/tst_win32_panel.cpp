@@ -1,5 +1,5 @@
 #include "PlainHost.h"
-#include "WindowLook.h"
+#include "WindowUser.h"
 #include "testhost/HostTestMain.h"
 #include "testhost/SheetFixture.h"
 

@@ -1,6 +1,8 @@
-#include "WindowLook.h"
+#include "WindowUser.h"
 
 #include <QSet>
+
+#include <iterator>
 
 namespace testing {
 namespace {
@@ -32,6 +34,23 @@ QImage FromDisplay(const POINT &corner, int width, int height)
     DeleteDC(memory);
     ReleaseDC(nullptr, display);
     return image;
+}
+
+INPUT KeyInput(WORD key, DWORD flags)
+{
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.dwFlags = flags;
+    return input;
+}
+
+INPUT MouseInput(DWORD flags)
+{
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    return input;
 }
 
 } // namespace
@@ -66,6 +85,28 @@ int ColorsOf(const QImage &image)
             colors << (image.pixel(x, y) & RGB_MASK);
     }
     return colors.size();
+}
+
+void PressKey(WORD key, WORD modifier)
+{
+    INPUT inputs[4];
+    UINT count = 0;
+    if (modifier)
+        inputs[count++] = KeyInput(modifier, 0);
+    inputs[count++] = KeyInput(key, 0);
+    inputs[count++] = KeyInput(key, KEYEVENTF_KEYUP);
+    if (modifier)
+        inputs[count++] = KeyInput(modifier, KEYEVENTF_KEYUP);
+    SendInput(count, inputs, sizeof inputs[0]);
+}
+
+void Click(HWND window, int x, int y)
+{
+    POINT place = { x, y };
+    ClientToScreen(window, &place);
+    SetCursorPos(place.x, place.y);
+    INPUT inputs[] = { MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP) };
+    SendInput(static_cast<UINT>(std::size(inputs)), inputs, sizeof inputs[0]);
 }
 
 } // namespace testing
