@@ -256,7 +256,8 @@ void TestWinQtAE::aSecondPanelInOneContainerTakesItOver()
 {
     DockFixture fixture;
     AEGP_PanelFunctions1 functions{};
-    TestPanel second(fixture.host.BasicSuite(), fixture.container, &functions, /*count=*/1);
+    TestPanel second(
+        fixture.host.BasicSuite(), fixture.container->Handle(), &functions, /*count=*/1);
     fixture.window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&fixture.window));
     QTRY_VERIFY(second.isVisible());
@@ -284,7 +285,7 @@ void TestWinQtAE::whatThePanelThrowsStaysOutOfTheHost()
     DockFixture fixture;
     delete fixture.panel;
     ThrowingPanel panel(
-        fixture.host.BasicSuite(), fixture.container, &fixture.functions, /*count=*/1);
+        fixture.host.BasicSuite(), fixture.container->Handle(), &fixture.functions, /*count=*/1);
     fixture.window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&fixture.window));
     fixture.window.resize(500, 400);
