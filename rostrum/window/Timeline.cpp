@@ -18,6 +18,8 @@
 namespace rostrum {
 namespace {
 
+constexpr int kFirstWidths[] = { 500, 700 }; // pixels of outline and tracks
+constexpr int kWidestOutline = 600; // pixels; more room is better for the tracks
 constexpr int kZoomSteps = 100; // of the slider
 constexpr int kBehindEnd = 40; // pixels that can be seen beyond the last frame
 
@@ -111,9 +113,11 @@ Timeline::Timeline(Session &session, QWidget *parent)
     splitter->setHandleWidth(3);
     splitter->addWidget(NewLeft());
     splitter->addWidget(NewRight());
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({ 500, 700 });
+    for (int side = 0; side < 2; ++side) { // in a narrow window, too, the tracks have their share
+        splitter->setStretchFactor(side, kFirstWidths[side]);
+        splitter->widget(side)->setMaximumWidth(side == 0 ? kWidestOutline : QWIDGETSIZE_MAX);
+    }
+    splitter->setSizes({ kFirstWidths[0], kFirstWidths[1] });
     sb_Y = new QScrollBar(Qt::Vertical, this);
     sb_Y->setObjectName(QStringLiteral("sb_Y"));
     sb_Y->setSingleStep(TimelineRows::kRowHeight);
