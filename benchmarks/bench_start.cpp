@@ -12,11 +12,13 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <stdexcept>
+#include <string>
 #include <unistd.h>
 
 namespace {
 
-constexpr int kLongest = 60 * 1000; // ms, of any start
+constexpr int kLongest = 60 * 1000; // ms, of any start; the child gives up as well
 constexpr int kWarmRounds = 9;
 constexpr int kColdRounds = 3;
 
@@ -32,7 +34,7 @@ public:
                 QStringLiteral("echo $DISPLAY; exec sleep 3600") });
         while (!process.canReadLine()) {
             if (!process.waitForReadyRead(kLongest))
-                qFatal("there is no display");
+                throw std::runtime_error("there is no display");
         }
         name = QString::fromLatin1(process.readLine().trimmed());
     }
@@ -82,11 +84,11 @@ public:
                 folder.filePath(QStringLiteral("scene/puddles.rostrum")) });
         while (child.readLine() != "ready\n") { // others may write as well
             if (!child.canReadLine() && !child.waitForReadyRead(kLongest))
-                qFatal("\"%s\" did not start", kind);
+                throw std::runtime_error(kind + std::string(" did not start"));
         }
         if (!child.waitForFinished(kLongest) || child.exitStatus() != QProcess::NormalExit
             || child.exitCode() != 0)
-            qFatal("\"%s\" did not start well", kind);
+            throw std::runtime_error(kind + std::string(" did not end well"));
     }
 
 private:
