@@ -81,9 +81,12 @@ void FileCommands::Fill(QMenu *menu)
     const QKeySequence renderKey(Qt::CTRL | Qt::Key_M);
     AddEntry(menu, tr("Render Fra&mes..."), renderKey, this, &FileCommands::OnRender);
     QAction *movie = AddEntry(menu, tr("Render Mo&vie..."), this, &FileCommands::OnRenderMovie);
-    if (FindEncoder().isEmpty())
-        movie->setText(tr("Render Mo&vie... (ffmpeg is not there)"));
-    GreyUnless(menu, movie, [] { return !FindEncoder().isEmpty(); });
+    GreyUnless(menu, movie, [movie] {
+        const bool isThere = !FindEncoder().isEmpty();
+        movie->setText(
+            isThere ? tr("Render Mo&vie...") : tr("Render Mo&vie... (ffmpeg is not installed)"));
+        return isThere;
+    });
     menu->addSeparator();
     AddEntry(
         menu, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &FileCommands::QuitWanted);
