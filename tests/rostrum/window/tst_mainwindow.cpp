@@ -4,33 +4,18 @@
 #include "window/HistoryList.h"
 #include "window/MessageLog.h"
 
-#include <QComboBox>
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QSpinBox>
 
 using testing::ClickButton;
 using testing::DialogHand;
+using testing::Type;
 using testing::TypePath;
 using testing::WindowFixture;
 using testing::WriteSeries;
 
 namespace {
-
-void Type(QDialog &dialog, const char *field, const QString &text)
-{
-    auto *edit = dialog.findChild<QWidget *>(QLatin1String(field));
-    QVERIFY2(edit, field);
-    edit->setFocus();
-    if (auto *box = qobject_cast<QSpinBox *>(edit))
-        box->selectAll();
-    else if (auto *combo = qobject_cast<QComboBox *>(edit))
-        combo->lineEdit()->selectAll();
-    else
-        qobject_cast<QLineEdit *>(edit)->selectAll();
-    testing::TypeText(edit, text);
-}
 
 DialogHand Press(const char *button)
 {
