@@ -50,7 +50,7 @@ private:
     A_Err OpenPending();
     A_Err SavePending();
     bool OpenOrRecover(const QString &path);
-    void OfferCopy(const QString &copy);
+    bool OpenAsSaved(const QString &path);
     bool Warn(const QString &error) const;
     QString AskForSavePath() const;
 

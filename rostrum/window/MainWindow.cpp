@@ -23,7 +23,8 @@
 namespace rostrum {
 namespace {
 
-constexpr int kAutosaveInterval = 60 * 1000; // ms
+constexpr int kAutosaveInterval = 60; // seconds, unless the settings tell
+constexpr char kAutosaveKey[] = "autosave/seconds";
 constexpr int kLayoutVersion = 1;
 constexpr char kGeometryKey[] = "window/geometry";
 constexpr char kLayoutKey[] = "window/layout";
@@ -78,8 +79,11 @@ MainWindow::MainWindow(Host &host, const Places &places)
     connect(&session, &Session::MessageShown, this, &MainWindow::OnMessage);
     connect(&files, &ProjectFiles::StateChanged, this, &MainWindow::ShowTitle);
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::OnFocusChanged);
-    autosave.setInterval(kAutosaveInterval);
-    connect(&autosave, &QTimer::timeout, this, &MainWindow::OnAutosave);
+    const int seconds = settings.value(QLatin1String(kAutosaveKey), kAutosaveInterval).toInt();
+    autosave.setInterval(qBound(1, seconds, 3600) * 1000);
+    connect(&autosave, &QTimer::timeout, &files, &ProjectFiles::StartAutosave);
+    connect(&files, &ProjectFiles::AutosaveFailed, this,
+        [this](const QString &error) { session.Tell(tr("No copy could be saved. ") + error); });
     resize(kFirstSize.boundedTo(screen()->availableSize()));
     ShowTitle();
 }
@@ -281,13 +285,6 @@ void MainWindow::changeEvent(QEvent *event)
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         tree->LookForMissing(); // drawings may have come or gone meanwhile
-}
-
-void MainWindow::OnAutosave()
-{
-    const QString error = files.Autosave();
-    if (!error.isEmpty())
-        session.Tell(tr("No copy could be saved. ") + error);
 }
 
 void MainWindow::OnMessage(const QString &message)

@@ -77,7 +77,6 @@ private:
     void LayOut();
     void OnReset();
     void OnMessage(const QString &message);
-    void OnAutosave();
     void OnFocusChanged(QWidget *old, QWidget *now);
     void ShowTitle();
     AEGP_WindowType ActiveWindowType() const;
