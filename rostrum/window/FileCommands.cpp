@@ -304,6 +304,16 @@ QVector<ItemId> FileCommands::Import(const QStringList &paths, ItemId folder)
     return items;
 }
 
+QVector<ItemId> FileCommands::TakeDropped(const QStringList &paths, ItemId folder)
+{
+    const bool isProject = paths.size() == 1 && QFileInfo(paths.first()).isFile()
+        && paths.first().endsWith(QLatin1String(kProjectSuffix), Qt::CaseInsensitive);
+    if (!isProject)
+        return Import(paths, folder);
+    Open(paths.first()); // unchecked: what went wrong was told
+    return {};
+}
+
 void FileCommands::OnRender()
 {
     if (!session.ActiveComposition()) {

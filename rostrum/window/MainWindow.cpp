@@ -132,9 +132,17 @@ void MainWindow::ConnectTree()
         session.SetActiveItem(item);
         viewer->View().setFocus();
     });
-    connect(tree, &ProjectTree::FilesDropped, this,
-        [this](const QStringList &paths, ItemId folder) { fileCommands->Import(paths, folder); });
+    connect(
+        tree, &ProjectTree::FilesDropped, this, [this](const QStringList &paths, ItemId folder) {
+            AfterDrop([=] { fileCommands->TakeDropped(paths, folder); });
+        });
+    connect(tree, &ProjectTree::LayersWanted, compositionCommands,
+        [this](const QVector<ItemId> &items, ItemId composition) {
+            compositionCommands->AddLayersTo(composition, items);
+        });
     connect(tree, &ProjectTree::RelinkWanted, this,
+    connect(tree, &ProjectTree::BlankWanted, this,
+        [this](ItemId footage) { importer.AddBlank(footage); });
         [this](ItemId footage) { importer.AskAndRelink(footage); });
 }
 
@@ -151,9 +159,17 @@ void MainWindow::AcceptDrops(QWidget *widget)
     auto *zone = new DropZone(widget);
     connect(zone, &DropZone::ItemsDropped, compositionCommands, &CompositionCommands::AddLayers);
     connect(zone, &DropZone::FilesDropped, this, [this](const QStringList &paths) {
-        compositionCommands->AddLayers(fileCommands->Import(paths, /*folder=*/0));
+        AfterDrop([=] {
+            compositionCommands->AddLayers(fileCommands->TakeDropped(paths, /*folder=*/0));
+        });
     });
 }
+/// The program that files are dragged from waits for the drop's end, and must not wait for a dialog.
+void MainWindow::AfterDrop(const std::function<void()> &work)
+{
+    QTimer::singleShot(0, this, work);
+}
+
 
 void MainWindow::MakeMenus()
 {

@@ -72,6 +72,7 @@ private:
     void ConnectTree();
     void ConnectTimeline();
     void AcceptDrops(QWidget *widget);
+    void AfterDrop(const std::function<void()> &work);
     void MakeMenus();
     void FillWindowMenu(QMenu *menu);
     void LayOut();
