@@ -6,6 +6,7 @@
 #include "window/HelpCommands.h"
 #include "window/HistoryList.h"
 #include "window/MessageLog.h"
+#include "window/OneLine.h"
 #include "window/ProjectTree.h"
 #include "window/Timeline.h"
 #include "window/Viewer.h"
@@ -14,7 +15,6 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStandardPaths>
@@ -56,7 +56,7 @@ MainWindow::MainWindow(Host &host, const Places &places)
     , viewer(new Viewer(session))
     , timeline(new Timeline(session))
     , messages(new MessageLog)
-    , lastMessage(new QLabel)
+    , lastMessage(new OneLine)
 {
     setObjectName(QStringLiteral("rostrum"));
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
@@ -72,7 +72,6 @@ MainWindow::MainWindow(Host &host, const Places &places)
     pluginMenus = new PluginMenus(
         session, [this] { return ActiveWindowType(); }, this);
     lastMessage->setObjectName(QStringLiteral("lastMessage"));
-    lastMessage->setTextInteractionFlags(Qt::TextSelectableByMouse);
     statusBar()->addWidget(lastMessage, 1);
     MakeDocks();
     MakeMenus();
@@ -141,9 +140,9 @@ void MainWindow::ConnectTree()
             compositionCommands->AddLayersTo(composition, items);
         });
     connect(tree, &ProjectTree::RelinkWanted, this,
+        [this](ItemId footage) { importer.AskAndRelink(footage); });
     connect(tree, &ProjectTree::BlankWanted, this,
         [this](ItemId footage) { importer.AddBlank(footage); });
-        [this](ItemId footage) { importer.AskAndRelink(footage); });
 }
 
 void MainWindow::ConnectTimeline()
@@ -164,12 +163,12 @@ void MainWindow::AcceptDrops(QWidget *widget)
         });
     });
 }
+
 /// The program that files are dragged from waits for the drop's end, and must not wait for a dialog.
 void MainWindow::AfterDrop(const std::function<void()> &work)
 {
     QTimer::singleShot(0, this, work);
 }
-
 
 void MainWindow::MakeMenus()
 {
@@ -306,7 +305,7 @@ void MainWindow::changeEvent(QEvent *event)
 void MainWindow::OnMessage(const QString &message)
 {
     messages->Add(message);
-    lastMessage->setText(message);
+    lastMessage->setText(QString(message).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     lastMessage->setToolTip(message);
 }
 

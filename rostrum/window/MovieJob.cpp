@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -100,7 +101,8 @@ QString MovieJob::Encode(const QString &pattern, const QString &target, int fram
         return Failed(path, process.errorString());
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return {};
-    const QString said = QString::fromUtf8(process.readAllStandardError()).trimmed();
+    static const QRegularExpression places(QStringLiteral("\\[[^\\]]* @ 0x[0-9a-f]+\\] "));
+    const QString said = QString::fromUtf8(process.readAllStandardError()).remove(places).trimmed();
     return Failed(
         path, said.isEmpty() ? QStringLiteral("the encoder failed") : said.right(kErrorLength));
 }

@@ -176,7 +176,7 @@ void RenderDialog::OnRender()
 {
     QString path = place->text().trimmed();
     if (path.isEmpty()) {
-        state->setText(tr("Say where to put it."));
+        Say(tr("Say where to put it."));
         return;
     }
     if (target == RenderTarget::Movie && QFileInfo(path).suffix().isEmpty()) {
@@ -218,6 +218,13 @@ void RenderDialog::OnProgressed(int done, int total, double secondsLeft)
             tr("%1 of %2, about %3 s left").arg(done).arg(total).arg(secondsLeft, 0, 'f', 0));
 }
 
+/// A long text makes the dialog higher, which Qt does not see to.
+void RenderDialog::Say(const QString &text)
+{
+    state->setText(text);
+    state->setMinimumHeight(state->heightForWidth(state->width()));
+}
+
 void RenderDialog::OnFinished()
 {
     worker.join();
@@ -241,7 +248,8 @@ void RenderDialog::OnFinished()
     told << messages.mid(0, kMessagesTold);
     if (messages.size() > kMessagesTold)
         told << tr("... and %1 more").arg(messages.size() - kMessagesTold);
-    state->setText(told.join(QLatin1Char('\n')));
+    bar->setVisible(result.Ok());
+    Say(told.join(QLatin1Char('\n')));
     session.Tell(told.first());
 }
 
@@ -253,7 +261,7 @@ void RenderDialog::reject()
     }
     stopWanted = true;
     close->setEnabled(false);
-    state->setText(tr("Stopping after this frame..."));
+    Say(tr("Stopping after this frame..."));
 }
 
 } // namespace rostrum

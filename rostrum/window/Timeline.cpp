@@ -18,6 +18,9 @@
 namespace rostrum {
 namespace {
 
+constexpr int kWidestOutline = 500; // pixels
+constexpr int kReadableOutline = 360;
+constexpr int kLeastTracks = 160;
 constexpr int kZoomSteps = 100; // of the slider
 constexpr int kBehindEnd = 40; // pixels that can be seen beyond the last frame
 
@@ -105,7 +108,7 @@ Timeline::Timeline(Session &session, QWidget *parent)
     : QWidget(parent), session(session), board(new TimelineBoard(session, this))
 {
     setObjectName(QStringLiteral("timeline"));
-    auto *splitter = new PlainSplitter(Qt::Horizontal, this);
+    splitter = new PlainSplitter(Qt::Horizontal, this);
     splitter->setObjectName(QStringLiteral("spTimeline"));
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(3);
@@ -113,7 +116,7 @@ Timeline::Timeline(Session &session, QWidget *parent)
     splitter->addWidget(NewRight());
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({ 500, 700 });
+    connect(splitter, &QSplitter::splitterMoved, this, [this] { isSplitByHand = true; });
     sb_Y = new QScrollBar(Qt::Vertical, this);
     sb_Y->setObjectName(QStringLiteral("sb_Y"));
     sb_Y->setSingleStep(TimelineRows::kRowHeight);
@@ -375,6 +378,16 @@ void Timeline::ShowRow(int row)
         board->SetScrollY(top);
     else if (bottom > board->ScrollY() + tracks->height())
         board->SetScrollY(bottom - tracks->height());
+}
+
+/// The outline is as wide as it takes to read the files' names, until the user decides.
+void Timeline::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const int readable = qMin(kReadableOutline, width() - kLeastTracks);
+    const int outlineWidth = qMin(qMax(width() * 45 / 100, readable), kWidestOutline);
+    if (!isSplitByHand)
+        splitter->setSizes({ outlineWidth, width() - outlineWidth });
 }
 
 /// What fits is known when the tracks have their size: the splitter, too, gives them another.
