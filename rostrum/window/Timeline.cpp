@@ -294,6 +294,7 @@ void Timeline::OnFit()
     TimeScale scale = board->Scale();
     scale.Fit(session.FrameCount(), tracks->width() - kBehindEnd);
     board->SetScale(scale);
+    fittedScale = board->Scale().PixelsPerFrame();
 }
 
 void Timeline::OnZoomSlider(int value)
@@ -390,12 +391,16 @@ void Timeline::resizeEvent(QResizeEvent *event)
         splitter->setSizes({ outlineWidth, width() - outlineWidth });
 }
 
-/// What fits is known when the tracks have their size: the splitter, too, gives them another.
+/// What fits is known when the tracks have their size: the splitter, too, gives them another. What
+/// was fitted stays so until the user zooms.
 bool Timeline::eventFilter(QObject *object, QEvent *event)
 {
     if (object == tracks && event->type() == QEvent::Resize) {
+        const bool wasFitted = board->Scale().PixelsPerFrame() == fittedScale;
         OnScrolled();
         OnCompositionChanged();
+        if (wasFitted && tracks->width() > kBehindEnd)
+            OnFit();
     }
     return QWidget::eventFilter(object, event);
 }

@@ -89,6 +89,7 @@ private:
     QList<QAction *> keyActions;
     QAction *acDelete;
     ItemId fitted = 0; // the composition that the scale was last fitted to
+    double fittedScale = 0; // pixels a frame
     bool isSplitByHand = false;
     bool following = false; // the scroll bars are being set
 };
