@@ -1,9 +1,12 @@
 #include "bench/Bench.h"
+#include "bench/StartChild.h"
 
 #include <QApplication>
 
 int main(int argc, char **argv)
 {
+    if (argc == 4 && qstrcmp(argv[1], "--start") == 0)
+        return bench::RunStartChild(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     return bench::Run(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString());

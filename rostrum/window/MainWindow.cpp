@@ -254,7 +254,12 @@ void MainWindow::LayOut()
 {
     firstLayout = saveState(kLayoutVersion);
     restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
-    restoreState(settings.value(QLatin1String(kLayoutKey)).toByteArray(), kLayoutVersion);
+    const QByteArray layout = settings.value(QLatin1String(kLayoutKey)).toByteArray();
+    restoreState(layout, kLayoutVersion);
+    show();
+    panels->ShowRestored();
+    // While a panel was made its dock was hidden for a moment, and the neighbours took its room.
+    restoreState(layout, kLayoutVersion);
 }
 
 void MainWindow::OnReset()
@@ -266,8 +271,6 @@ void MainWindow::OnReset()
 void MainWindow::Start()
 {
     LayOut();
-    show();
-    panels->ShowRestored();
     tree->setFocus();
     session.ActivateComposition();
     fileCommands->OfferLeftCopies();

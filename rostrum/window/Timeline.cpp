@@ -18,9 +18,10 @@
 namespace rostrum {
 namespace {
 
-constexpr int kWidestOutline = 500; // pixels
+constexpr int kWidestOutline = 600; // pixels; more room is better for the tracks
 constexpr int kReadableOutline = 360;
 constexpr int kLeastTracks = 160;
+constexpr int kOutlineShare = 42; // percent of a wide timeline
 constexpr int kZoomSteps = 100; // of the slider
 constexpr int kBehindEnd = 40; // pixels that can be seen beyond the last frame
 
@@ -114,8 +115,7 @@ Timeline::Timeline(Session &session, QWidget *parent)
     splitter->setHandleWidth(3);
     splitter->addWidget(NewLeft());
     splitter->addWidget(NewRight());
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
+    splitter->widget(0)->setMaximumWidth(kWidestOutline);
     connect(splitter, &QSplitter::splitterMoved, this, [this] { isSplitByHand = true; });
     sb_Y = new QScrollBar(Qt::Vertical, this);
     sb_Y->setObjectName(QStringLiteral("sb_Y"));
@@ -386,7 +386,7 @@ void Timeline::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     const int readable = qMin(kReadableOutline, width() - kLeastTracks);
-    const int outlineWidth = qMin(qMax(width() * 45 / 100, readable), kWidestOutline);
+    const int outlineWidth = qMin(qMax(width() * kOutlineShare / 100, readable), kWidestOutline);
     if (!isSplitByHand)
         splitter->setSizes({ outlineWidth, width() - outlineWidth });
 }

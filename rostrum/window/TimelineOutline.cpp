@@ -107,7 +107,21 @@ TimelineOutline::TimelineOutline(TimelineBoard &board, QWidget *parent)
     };
     connect(&board, &TimelineBoard::SigChanged, this, follow);
     connect(&board, &TimelineBoard::SigScrolled, this, follow);
-    connect(&board.GetSession(), &Session::TimeChanged, this, [this] { update(); });
+    connect(&board.GetSession(), &Session::TimeChanged, this, &TimelineOutline::OnTimeChanged);
+}
+
+/// While a composition plays the drawings and the values on keys change, and the rest stays.
+void TimelineOutline::OnTimeChanged()
+{
+    const OutlineCells cells(width());
+    for (int index = 0; index < board.Rows().Count(); ++index) {
+        const TimelineRow &row = board.Rows().At(index);
+        const Stream *stream = board.StreamOf(row);
+        if (row.isLayer)
+            update(cells.Rect(OutlineCells::Drawing, TopOf(index)));
+        else if (row.stream.id.IsTimeRemap() || (stream && stream->HasKeys()))
+            update(0, TopOf(index), width(), TimelineRows::kRowHeight);
+    }
 }
 
 int TimelineOutline::RowAt(const QPoint &place) const

@@ -342,7 +342,12 @@ void TestMainWindow::theCompositionDialogTakesSizeRateAndLength()
         const auto ok = std::find_if(buttons.begin(), buttons.end(),
             [](QPushButton *b) { return b->text().contains(QStringLiteral("OK")); });
         QVERIFY(!(*ok)->isEnabled());
+        auto *hint = d.findChild<QLabel *>(QStringLiteral("rateHint"));
+        QVERIFY(hint);
+        Type(d, "rate", QStringLiteral("25.0"));
+        QVERIFY(!hint->isVisible());
         Type(d, "rate", QStringLiteral("23,976"));
+        QVERIFY(hint->isVisible()); // the sheet's rows would be no frames
         Type(d, "frames", QStringLiteral("48"));
         QVERIFY((*ok)->isEnabled());
         ClickButton(d, QStringLiteral("OK"));
