@@ -26,6 +26,14 @@ double NextImage(double seconds, const Rate &rate)
                                             : seconds + 1 / rate.PerSecond();
 }
 
+/// The name that a series got when it came in. @param now the one with its blank drawing
+QByteArray NameFrom(const Footage &before, QByteArray now)
+{
+    const QByteArray first = NumberedName(before.files.first()).digits.toUtf8();
+    const QByteArray blank(first.size(), '0');
+    return now.replace('[' + blank + '-', '[' + first + '-');
+}
+
 void ShiftImages(Stream *remap, const Rate &rate)
 {
     for (int key = 0; key < remap->KeyCount(); ++key) {
@@ -107,6 +115,8 @@ QString TakeBlank(ItemId id, Project *project)
                               "import them again")
             .arg(before.folder);
     Item *item = project->Edit(id);
+    if (item->name == NameFrom(before, result.name))
+        item->name = result.name; // nobody had given it another
     Footage footage = result.footage;
     footage.rate = before.rate;
     item->content = footage;

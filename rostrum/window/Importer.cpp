@@ -36,6 +36,20 @@ QString ShortList(const QStringList &paths)
     return list;
 }
 
+/// Of a series that has just got its blank drawing.
+QString BlankReport(const Footage &footage)
+{
+    bool isOneToOne = true;
+    for (int i = 0; i < footage.numbers.size(); ++i)
+        isOneToOne = isOneToOne && footage.numbers[i] == i;
+    const QString file = QFileInfo(BlankPath(footage)).fileName();
+    return isOneToOne
+        ? QStringLiteral("0 in a sheet is now %1, which is blank; the numbers are the files'")
+              .arg(file)
+        : QStringLiteral("0 in a sheet is now %1, which is blank; 1 is %2")
+              .arg(file, footage.files.value(1));
+}
+
 /// The project folders on the way to a group, made where they are not there yet in this import.
 class FolderMaker
 {
@@ -210,10 +224,7 @@ bool Importer::AddBlank(ItemId id)
         return false;
     }
     session.Do("Add Blank Drawing", [&](Project &project) { project = changed; });
-    session.Tell(
-        QStringLiteral("The blank drawing is %1; the numbers in a sheet are now those of "
-                       "the files")
-            .arg(QFileInfo(BlankPath(*session.GetProject().Find(id)->AsFootage())).fileName()));
+    session.Tell(BlankReport(*session.GetProject().Find(id)->AsFootage()));
     return true;
 }
 

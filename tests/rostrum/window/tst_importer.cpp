@@ -77,6 +77,7 @@ private slots:
     void drawingsThatCannotBeReadAreToldAndTheRestComesIn();
     void aSeriesWithoutABlankDrawingIsToldWithWhatToDo();
     void aBlankDrawingIsAddedFromTheListsMenu();
+    void aBlankDrawingOfAnySeriesIsToldAsItIs();
     void aBlankDrawingThatCannotBeWrittenIsTold();
 };
 
@@ -298,6 +299,10 @@ void TestImporter::aBlankDrawingIsAddedFromTheListsMenu()
     testing::ChooseFromMenu(
         *fixture.Tree().viewport(), row, { QStringLiteral("Add Blank Drawing") });
 
+    QCOMPARE(fixture.Message(),
+        QStringLiteral("0 in a sheet is now walk0000.png, which is blank; the numbers are the "
+                       "files'"));
+    QVERIFY(fixture.ItemNames().contains(QStringLiteral("walk[0000-0003].png")));
     const QImage blank(fixture.Path("walk0000.png"));
     QCOMPARE(blank.size(), QSize(8, 6));
     QCOMPARE(blank.pixel(3, 3), 0U);
@@ -311,6 +316,25 @@ void TestImporter::aBlankDrawingIsAddedFromTheListsMenu()
     const QStringList usable = testing::ChooseFromMenu(*fixture.Tree().viewport(), row, {});
     QVERIFY(usable.contains(QStringLiteral("Relink...")));
     QVERIFY(!usable.contains(QStringLiteral("Add Blank Drawing"))); // it is there
+}
+
+/// Files may begin anywhere: the numbers in a sheet are then still not theirs.
+void TestImporter::aBlankDrawingOfAnySeriesIsToldAsItIs()
+{
+    WindowFixture fixture;
+    WriteSeries(fixture.folder.path(), QStringLiteral("walk"), 101, 3);
+    DropFiles(*fixture.Tree().viewport(), { 20, 20 }, { fixture.Path("walk0102.png") });
+    QTRY_COMPARE(fixture.ItemNames().size(), 1);
+    const rostrum::ItemId walk = fixture.Tree().Picked().value(0);
+    fixture.Session().Do(
+        "Rename", [&](rostrum::Project &project) { project.Edit(walk)->name = "my walk"; });
+    rostrum::Importer importer(fixture.Session(), fixture.window.get());
+
+    QVERIFY(importer.AddBlank(walk));
+
+    QCOMPARE(fixture.Message(),
+        QStringLiteral("0 in a sheet is now walk0000.png, which is blank; 1 is walk0101.png"));
+    QCOMPARE(fixture.ItemNames(), QStringList{ QStringLiteral("my walk") });
 }
 
 void TestImporter::aBlankDrawingThatCannotBeWrittenIsTold()

@@ -102,7 +102,8 @@ void TestRecovery::theQuestionNamesProjectFolderAndTimes()
 
     QVERIFY2(hand.Text().contains(QStringLiteral("\"scene.rostrum\" has changes that were never")),
         qPrintable(hand.Text()));
-    QVERIFY2(details.startsWith(fixture.Path("scene.rostrum")), qPrintable(details));
+    QVERIFY2(details.startsWith(QDir::toNativeSeparators(fixture.Path("scene.rostrum"))),
+        qPrintable(details));
     QVERIFY2(details.count(QStringLiteral("%1-").arg(QDate::currentDate().year())) == 2,
         qPrintable(details));
     QCOMPARE(fixture.ItemNames().size(), 2);
