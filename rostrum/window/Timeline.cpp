@@ -18,8 +18,10 @@
 namespace rostrum {
 namespace {
 
-constexpr int kFirstWidths[] = { 500, 700 }; // pixels of outline and tracks
 constexpr int kWidestOutline = 600; // pixels; more room is better for the tracks
+constexpr int kReadableOutline = 360;
+constexpr int kLeastTracks = 160;
+constexpr int kOutlineShare = 42; // percent of a wide timeline
 constexpr int kZoomSteps = 100; // of the slider
 constexpr int kBehindEnd = 40; // pixels that can be seen beyond the last frame
 
@@ -107,17 +109,14 @@ Timeline::Timeline(Session &session, QWidget *parent)
     : QWidget(parent), session(session), board(new TimelineBoard(session, this))
 {
     setObjectName(QStringLiteral("timeline"));
-    auto *splitter = new PlainSplitter(Qt::Horizontal, this);
+    splitter = new PlainSplitter(Qt::Horizontal, this);
     splitter->setObjectName(QStringLiteral("spTimeline"));
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(3);
     splitter->addWidget(NewLeft());
     splitter->addWidget(NewRight());
-    for (int side = 0; side < 2; ++side) { // in a narrow window, too, the tracks have their share
-        splitter->setStretchFactor(side, kFirstWidths[side]);
-        splitter->widget(side)->setMaximumWidth(side == 0 ? kWidestOutline : QWIDGETSIZE_MAX);
-    }
-    splitter->setSizes({ kFirstWidths[0], kFirstWidths[1] });
+    splitter->widget(0)->setMaximumWidth(kWidestOutline);
+    connect(splitter, &QSplitter::splitterMoved, this, [this] { isSplitByHand = true; });
     sb_Y = new QScrollBar(Qt::Vertical, this);
     sb_Y->setObjectName(QStringLiteral("sb_Y"));
     sb_Y->setSingleStep(TimelineRows::kRowHeight);
@@ -295,6 +294,7 @@ void Timeline::OnFit()
     TimeScale scale = board->Scale();
     scale.Fit(session.FrameCount(), tracks->width() - kBehindEnd);
     board->SetScale(scale);
+    fittedScale = board->Scale().PixelsPerFrame();
 }
 
 void Timeline::OnZoomSlider(int value)
@@ -381,12 +381,26 @@ void Timeline::ShowRow(int row)
         board->SetScrollY(bottom - tracks->height());
 }
 
-/// What fits is known when the tracks have their size: the splitter, too, gives them another.
+/// The outline is as wide as it takes to read the files' names, until the user decides.
+void Timeline::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const int readable = qMin(kReadableOutline, width() - kLeastTracks);
+    const int outlineWidth = qMin(qMax(width() * kOutlineShare / 100, readable), kWidestOutline);
+    if (!isSplitByHand)
+        splitter->setSizes({ outlineWidth, width() - outlineWidth });
+}
+
+/// What fits is known when the tracks have their size: the splitter, too, gives them another. What
+/// was fitted stays so until the user zooms.
 bool Timeline::eventFilter(QObject *object, QEvent *event)
 {
     if (object == tracks && event->type() == QEvent::Resize) {
+        const bool wasFitted = board->Scale().PixelsPerFrame() == fittedScale;
         OnScrolled();
         OnCompositionChanged();
+        if (wasFitted && tracks->width() > kBehindEnd)
+            OnFit();
     }
     return QWidget::eventFilter(object, event);
 }

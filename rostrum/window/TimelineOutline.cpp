@@ -35,7 +35,7 @@ int OutlineCells::ValuesFrom() const
 QRect OutlineCells::Rect(Cell cell, int top, int component) const
 {
     const int high = TimelineRows::kRowHeight - 1;
-    const int parent = qMin(kWidestParent, (width - ValuesFrom()) / 2);
+    const int parent = qMin(kWidestParent, (width - ValuesFrom()) * 2 / 5);
     const auto span = [&](int left, int right) { return QRect(left, top, right - left, high); };
     switch (cell) {
     case Arrow:
