@@ -1,69 +1,20 @@
 // What a frame of drawn layers costs over the painter's own work for the same images.
 #include "bench/Bench.h"
+#include "bench/DrawnScene.h"
 
 #include "core/FootageFiles.h"
 #include "render/Renderer.h"
 
-#include <QDir>
 #include <QPainter>
-#include <QPainterPath>
-#include <QTemporaryDir>
 
 using namespace rostrum;
 
 namespace {
 
-constexpr int kLayers = 5;
-constexpr int kDrawings = 4; // of each layer's series
-constexpr QSize kSize(1920, 1080);
+using bench::DrawnScene;
 
-/// A drawing that fills the frame: two filled shapes with soft edges, the rest transparent.
-QImage MakeDrawing(int layer, int number)
-{
-    QImage image(kSize, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(Qt::black, 6));
-    painter.setBrush(QColor::fromHsv(layer * 70, 180, 220));
-    painter.drawEllipse(QPointF(300 + 280 * layer, 400 + 30 * number), 380, 300);
-    painter.setBrush(QColor::fromHsv(layer * 70 + 30, 180, 120, 160));
-    painter.drawRect(200 * layer, 500 + 20 * number, 900, 400);
-    return image;
-}
-
-/// A composition of full-frame layers over numbered drawings in a temporary folder.
-class Scene
-{
-public:
-    Scene()
-    {
-        Composition made;
-        made.size = kSize;
-        made.duration = Time{ kDrawings, 25 };
-        composition = project.AddComposition("scene", made);
-        for (int layer = 0; layer < kLayers; ++layer) {
-            for (int number = 0; number < kDrawings; ++number)
-                MakeDrawing(layer, number).save(PathOf(layer, number)); // unchecked: import tells
-            const ImportResult import = ImportDrawings(PathOf(layer, 0), /*series=*/true);
-            if (!import.Ok())
-                qFatal("%s", qPrintable(import.error));
-            project.AddLayer(project.AddFootage(import.name, import.footage), composition);
-        }
-    }
-
-    QString PathOf(int layer, int number) const
-    {
-        return folder.filePath(
-            QStringLiteral("l%1_%2.png").arg(layer).arg(number, 4, 10, QLatin1Char('0')));
-    }
-
-    Project project;
-    ItemId composition = 0;
-
-private:
-    QTemporaryDir folder;
-};
+constexpr QSize kSize = DrawnScene::kSize;
+constexpr int kLayers = DrawnScene::kLayers, kDrawings = DrawnScene::kDrawings;
 
 bench::Figure Report(const QString &name, double microseconds)
 {
@@ -75,7 +26,7 @@ bench::Figure Report(const QString &name, double microseconds)
 
 bench::Figures MeasureFrames()
 {
-    const Scene scene;
+    const DrawnScene scene(kDrawings);
     DrawingCache cache;
     Renderer renderer(cache);
     QImage ours(kSize, QImage::Format_ARGB32_Premultiplied);

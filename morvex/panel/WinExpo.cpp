@@ -95,7 +95,7 @@ void WinExpo::FollowActiveCompo()
     vipLi *library = GetVipLi();
     OnCompoChanged(library->GetCompoName(library->GetActiveCompo()));
     EnableTabs(library->Compo != nullptr);
-    update();
+    RepaintPanel();
 }
 
 void WinExpo::OnCompoChanged(const QByteArray &name)
@@ -122,7 +122,7 @@ void WinExpo::UpdateDocFromHost()
 void WinExpo::OnRefresh()
 {
     ReloadSheet();
-    update();
+    RepaintPanel();
 }
 
 void WinExpo::OnTimerRefresh()
@@ -186,9 +186,18 @@ void WinExpo::ReloadSheet()
         grid->UpdateFromCompo(); // unchecked: what could not be read shows as before
 }
 
-void WinExpo::RepaintDashboard()
+/// The graph shows what the host has at its painting. As it fills its own background, the panel's
+/// painting leaves it out.
+void WinExpo::RepaintPanel()
 {
     update();
+    if (graph)
+        graph->update();
+}
+
+void WinExpo::RepaintDashboard()
+{
+    RepaintPanel();
     if (dock)
         dock->UpdateAll();
 }

@@ -133,6 +133,7 @@ private:
     /// By the flyout; false for a widget that is not there.
     bool IsOnShow(const QWidget *widget) const;
     void ReloadSheet();
+    void RepaintPanel();
     void RepaintDashboard();
     /// All but "Setup" and "Board", which need no composition.
     void EnableTabs(bool on);

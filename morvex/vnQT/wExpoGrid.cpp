@@ -1,6 +1,7 @@
 #include "wExpoGrid.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QSignalBlocker>
@@ -260,8 +261,14 @@ void WExpoGrid::keyPressEvent(QKeyEvent *event)
 
     // What an open editor leaves over comes up here, the Return that ends the typing first of all.
     // It must not run Repeat on top: a typed cell is one undo step.
-    if (state() == EditingState)
-        return QAbstractItemView::keyPressEvent(event);
+    if (state() == EditingState) {
+        QAbstractItemView::keyPressEvent(event);
+        // Return ends the typing by an event that the delegate has posted to itself. Who types on
+        // while the program is busy has the next key come before it: it would be lost.
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            QCoreApplication::sendPostedEvents(itemDelegate(), QEvent::MetaCall);
+        return;
+    }
 
     for (const auto &command : standardKeys) {
         if (event->matches(command.key))

@@ -57,7 +57,8 @@ bool JsonReader::Flag() const
 
 QString JsonReader::Text() const
 {
-    if (!value.isString())
+    // Half of a surrogate pair can be held, but not be written again.
+    if (!value.isString() || !value.toString().isValidUtf16())
         Fail(QStringLiteral("it is no text"));
     return value.toString();
 }
@@ -68,8 +69,8 @@ void JsonReader::Numbers(double *numbers, int count) const
     bool isRight = list.size() == count;
     for (int i = 0; i < count && isRight; ++i) {
         const QJsonValue number = list.at(i);
-        isRight = number.isDouble();
-        numbers[i] = number.toDouble();
+        numbers[i] = number.toDouble(std::numeric_limits<double>::quiet_NaN());
+        isRight = std::isfinite(numbers[i]);
     }
     if (!isRight)
         Fail(QStringLiteral("it is no list of %1 numbers").arg(count));

@@ -31,7 +31,7 @@ public:
     qint32 Whole32(qint32 low) const;
     bool Flag() const;
     QString Text() const;
-    /// Fills `numbers` from an array of exactly `count` numbers.
+    /// Fills `numbers` from an array of exactly `count` numbers, none of them infinite.
     void Numbers(double *numbers, int count) const;
 
     /// Notes that something is wrong with this place, unless something is already.

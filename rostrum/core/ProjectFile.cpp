@@ -79,14 +79,18 @@ LoadedProject ParseProject(const QByteArray &bytes, const QString &path)
 QString SaveProject(const Project &project, const QString &path)
 {
     const QJsonObject all = WrittenProject(project, FolderOf(path));
+    // Read again before the file of yesterday is given up for it. The text is not taken apart for
+    // that: what JSON has no way to write is refused in its members already.
+    QString damage;
+    const Project again = ReadProject(JsonReader(all, &damage), FolderOf(path));
+    if (!damage.isEmpty())
+        damage = Refused(path, QStringLiteral("would be damaged at ") + damage).error;
+    if (!damage.isEmpty() || again != project)
+        return QStringLiteral("The project cannot be saved, since it could not be read again. %1")
+            .arg(damage);
     const QByteArray bytes = QJsonDocument(all).toJson(QJsonDocument::Compact) + '\n';
     if (bytes.size() > kLargestProjectFile)
         return Refused(path, TooLarge(bytes.size())).error;
-    // Read back before the file of yesterday is given up for it.
-    const LoadedProject again = ParseProject(bytes, path);
-    if (!again.Ok() || again.project != project)
-        return QStringLiteral("The project cannot be saved, since it could not be read again. %1")
-            .arg(again.error);
     return WriteWholeFile(path, bytes);
 }
 

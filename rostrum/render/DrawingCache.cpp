@@ -33,6 +33,30 @@ bool HasIndexZeroOnly(const QImage &image)
     return true;
 }
 
+bool IsClear(QRgb pixel)
+{
+    return qAlpha(pixel) == 0;
+}
+
+/// @param image with alpha, 32 bits a pixel
+QRect DrawnPart(const QImage &image)
+{
+    const int width = image.width();
+    QRect drawn;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        const auto *left = std::find_if_not(line, line + width, IsClear);
+        if (left == line + width)
+            continue;
+        const auto *right = line + width - 1;
+        while (IsClear(*right))
+            --right;
+        drawn |= QRect(
+            QPoint(static_cast<int>(left - line), y), QPoint(static_cast<int>(right - line), y));
+    }
+    return drawn;
+}
+
 Drawing Unreadable(const QString &path, const QString &why)
 {
     Drawing drawing;
@@ -52,6 +76,7 @@ Drawing Converted(QImage image)
     if (hasPalette)
         drawing.isBlank = HasIndexZeroOnly(image); // whatever colour the palette gives it
     image.setDevicePixelRatio(1); // "@2x" in a file's name is no matter of ours
+    drawing.drawn = image.rect();
     if (!image.hasAlphaChannel()) {
         drawing.image = std::move(image).convertToFormat(QImage::Format_RGB32);
         if (!hasPalette)
@@ -62,8 +87,10 @@ Drawing Converted(QImage image)
     drawing.image = std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (AllPixels(drawing.image, [](QRgb pixel) { return qAlpha(pixel) == 255; }))
         drawing.image = std::move(drawing.image).convertToFormat(QImage::Format_RGB32);
-    else if (!hasPalette)
-        drawing.isBlank = AllPixels(drawing.image, [](QRgb pixel) { return pixel == 0; });
+    else
+        drawing.drawn = DrawnPart(drawing.image);
+    if (!hasPalette)
+        drawing.isBlank = drawing.drawn.isEmpty(); // premultiplied: what is clear is 0
     return drawing;
 }
 

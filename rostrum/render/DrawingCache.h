@@ -10,6 +10,7 @@
 #include <QDateTime>
 #include <QHash>
 #include <QImage>
+#include <QRect>
 
 #include <list>
 
@@ -24,6 +25,7 @@ bool IsSizeAllowed(const QSize &size);
 struct Drawing
 {
     QImage image; // ARGB32_Premultiplied, or RGB32 when no pixel lets anything through
+    QRect drawn; // around all pixels that let not everything through; empty where there are none
     bool isBlank = false; // every pixel of the file has the value 0, also where that is black
     QString error; // what and where; empty when the image was read
 

@@ -1,6 +1,7 @@
 #include "Renderer.h"
 
 #include "Effects.h"
+#include "FrameMemory.h"
 #include "Placement.h"
 
 #include <QPainter>
@@ -55,7 +56,8 @@ bool IsDrawable(const QTransform &matrix)
 
 /// An image drawn at less than half its size would show every second pixel or fewer. So it is
 /// averaged down by powers of two first, to between once and twice the size wanted.
-QImage Shrunk(const QImage &image, QTransform *matrix)
+/// @param part and matrix follow
+QImage Shrunk(const QImage &image, QRect *part, QTransform *matrix)
 {
     const auto halvings = [](double scale) {
         return qBound(0, static_cast<int>(std::floor(-std::log2(scale))), 15);
@@ -66,37 +68,47 @@ QImage Shrunk(const QImage &image, QTransform *matrix)
         return image;
     const QSize size(qMax(1, image.width() >> across), qMax(1, image.height() >> down));
     QImage result = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    *matrix = QTransform::fromScale(
-                  double(image.width()) / size.width(), double(image.height()) / size.height())
-        * *matrix;
+    const QTransform grown = QTransform::fromScale(
+        double(image.width()) / size.width(), double(image.height()) / size.height());
+    *part = grown.inverted().mapRect(QRectF(*part)).toAlignedRect().intersected(result.rect());
+    *matrix = grown * *matrix;
     return result;
 }
 
-/// The part of an image that can be seen, with a pixel around it for the pixels' blending.
-QRect VisiblePart(const QRect &image, const QTransform &matrix, const QRect &frame)
+/// A pixel more around a part of an image: those at its edge are blended with their neighbours.
+QRect WithNeighbours(const QRect &part, const QImage &image)
 {
-    const QRectF seen = matrix.inverted().mapRect(QRectF(frame));
-    return seen.intersected(image).toAlignedRect().adjusted(-1, -1, 1, 1).intersected(image);
+    return part.adjusted(-1, -1, 1, 1).intersected(image.rect());
 }
 
-void DrawImage(const QImage &image, const QPoint &origin, const QTransform &sourceMatrix,
-    double opacity, QPainter *painter)
+/// The part of an image that can be seen.
+QRect VisiblePart(const QRect &part, const QTransform &matrix, const QRect &frame)
 {
-    QTransform matrix = QTransform::fromTranslate(origin.x(), origin.y()) * sourceMatrix;
+    const QRectF seen = matrix.inverted().mapRect(QRectF(frame));
+    return seen.intersected(part).toAlignedRect();
+}
+
+/// @param part of the raster's image; around it everything is clear
+void DrawImage(const Raster &raster, QRect part, const QTransform &sourceMatrix, double opacity,
+    QPainter *painter)
+{
+    QTransform matrix
+        = QTransform::fromTranslate(raster.origin.x(), raster.origin.y()) * sourceMatrix;
     painter->setOpacity(opacity);
     QPoint by;
     if (IsWholeMove(matrix, &by)) {
-        painter->drawImage(by, image);
+        painter->drawImage(by + part.topLeft(), raster.image, part);
         return;
     }
-    const QImage shrunk = Shrunk(image, &matrix);
-    QRect part = shrunk.rect();
+    const QImage shrunk = Shrunk(raster.image, &part, &matrix);
     const QRect frame = painter->viewport();
-    const QRectF reached = matrix.mapRect(QRectF(part));
-    if (!reached.intersects(frame))
+    QRectF reached = matrix.mapRect(QRectF(part));
+    if (!reached.intersects(QRectF(frame).adjusted(-1, -1, 1, 1)))
         return;
+    part = WithNeighbours(part, shrunk);
+    reached = matrix.mapRect(QRectF(part));
     if (reached.width() > kFarthest || reached.height() > kFarthest)
-        part = VisiblePart(part, matrix, frame);
+        part = WithNeighbours(VisiblePart(part, matrix, frame), shrunk);
     // The painter snaps a mere move to whole pixels; a scale by a hair makes it blend them.
     if (matrix.type() <= QTransform::TxTranslate)
         matrix = QTransform::fromScale(1 + 1e-7, 1) * matrix;
@@ -136,9 +148,7 @@ bool Renderer::Render(const Project &of, ItemId composition, qint32 frame, QImag
     const bool fits = image->size() == found->size
         && image->format() == QImage::Format_ARGB32_Premultiplied && image->isDetached();
     if (!fits) {
-        *image = IsSizeAllowed(found->size)
-            ? QImage(found->size, QImage::Format_ARGB32_Premultiplied)
-            : QImage();
+        *image = NewFrame(found->size);
     }
     if (image->isNull()) {
         Tell(QStringLiteral("The composition ") + CannotBeDrawn(*item));
@@ -206,6 +216,7 @@ bool Renderer::LookAtFootage(
     if (!found->drawing.IsReadable()) {
         Tell(found->drawing.error);
         found->drawing.image = Placeholder(footage.size);
+        found->drawing.drawn = found->drawing.image.rect();
         found->hasEffects = false; // nothing may make it look like a drawing
         return !found->drawing.image.isNull();
     }
@@ -239,7 +250,11 @@ void Renderer::Draw(const Picture &picture, const Time &time, QPainter *painter)
             Tell(QStringLiteral("There is no memory for an effect on a layer of \"%1\"")
                      .arg(QString::fromUtf8(picture.source->name)));
     }
-    DrawImage(raster.image, raster.origin, picture.matrix, picture.opacity, painter);
+    // An effect may put something where there was nothing.
+    const bool isDrawing = !picture.drawing.image.isNull() && !picture.hasEffects;
+    const QRect part = isDrawing ? picture.drawing.drawn : raster.image.rect();
+    if (!part.isEmpty())
+        DrawImage(raster, part, picture.matrix, picture.opacity, painter);
     if (picture.source->AsComposition())
         GiveBack(std::move(raster.image));
 }
@@ -298,7 +313,7 @@ QImage Renderer::TakeImage(const QSize &size)
         if (spares[i].size() == size)
             return spares.takeAt(i);
     }
-    return IsSizeAllowed(size) ? QImage(size, QImage::Format_ARGB32_Premultiplied) : QImage();
+    return NewFrame(size);
 }
 
 void Renderer::GiveBack(QImage &&image)

@@ -127,7 +127,11 @@ void CompositionCommands::OnSettings()
 
 void CompositionCommands::AddLayers(const QVector<ItemId> &items)
 {
-    const ItemId composition = session.ActiveCompositionId();
+    AddLayersTo(session.ActiveCompositionId(), items);
+}
+
+void CompositionCommands::AddLayersTo(ItemId composition, const QVector<ItemId> &items)
+{
     if (!composition || items.isEmpty())
         return;
     QVector<LayerId> added;
@@ -145,8 +149,8 @@ void CompositionCommands::AddLayers(const QVector<ItemId> &items)
                          .arg(refused));
     if (added.isEmpty())
         return;
+    session.SetActiveItem(composition);
     session.SelectLayers(added);
-    session.ActivateComposition();
 }
 
 } // namespace rostrum

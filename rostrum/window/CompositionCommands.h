@@ -24,6 +24,8 @@ public:
     /// Makes items of the project layers of the active composition, the first one topmost; each is
     /// selected. What may not be a layer there is told.
     void AddLayers(const QVector<ItemId> &items);
+    /// The same in any composition, which becomes the active one.
+    void AddLayersTo(ItemId composition, const QVector<ItemId> &items);
     /// A composition of the size and length of a drawing or series, with it as layer.
     void NewFrom(const QVector<ItemId> &items);
 

@@ -110,6 +110,7 @@ CompositionDialog::CompositionDialog(
     , rate(new QComboBox)
     , frames(NumberBox("frames", 1, kMostFrames, settings.frames))
     , background(new ColorButton(settings.background))
+    , rateHint(new QLabel)
     , seconds(new QLabel)
 {
     setWindowTitle(title);
@@ -141,6 +142,10 @@ CompositionDialog::CompositionDialog(
 
 void CompositionDialog::MakeFields()
 {
+    rateHint->setObjectName(QStringLiteral("rateHint"));
+    rateHint->setText(QStringLiteral("The exposure sheet always counts 25 frames a second:\n"
+                                     "at another rate its rows lie between the frames."));
+    rateHint->setForegroundRole(QPalette::BrightText);
     auto *size = new QHBoxLayout;
     size->addWidget(width);
     size->addWidget(new QLabel(QStringLiteral("x")));
@@ -158,6 +163,7 @@ void CompositionDialog::MakeFields()
     form->addRow(QStringLiteral("Name"), name);
     form->addRow(QStringLiteral("Size"), size);
     form->addRow(QStringLiteral("Frames a second"), rate);
+    form->addRow(QString(), rateHint);
     form->addRow(QStringLiteral("Length in frames"), length);
     form->addRow(QStringLiteral("Background"), background);
     form->addRow(buttons);
@@ -181,6 +187,7 @@ void CompositionDialog::OnChanged()
     }
     preset->setCurrentIndex(index);
     const std::optional<Rate> read = ReadRate(rate->currentText());
+    rateHint->setVisible(read && *read != Rate());
     const bool fits = IsSizeAllowed({ width->value(), height->value() });
     if (!read)
         seconds->setText(QStringLiteral("the rate is no number"));

@@ -58,6 +58,7 @@ private:
     QComboBox *rate;
     QSpinBox *frames;
     ColorButton *background;
+    QLabel *rateHint; // told where the exposure sheet would not keep to the frames
     QLabel *seconds;
     QPushButton *ok = nullptr;
 };

@@ -23,7 +23,8 @@ bool DropZone::eventFilter(QObject *object, QEvent *event)
     const QStringList files = TakeFiles(drag->mimeData());
     if (items.isEmpty() && files.isEmpty())
         return QObject::eventFilter(object, event);
-    drag->acceptProposedAction();
+    drag->setDropAction(Qt::CopyAction); // whoever drags keeps what is dragged
+    drag->accept();
     if (isDrop && !items.isEmpty())
         emit ItemsDropped(items);
     else if (isDrop)

@@ -2,13 +2,12 @@
 
 #include "window/Commands.h"
 #include "window/ProjectTree.h"
+#include "window/RecoveryQuestions.h"
 #include "window/RenderDialog.h"
 
-#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QPushButton>
 
 namespace rostrum {
 namespace {
@@ -81,9 +80,12 @@ void FileCommands::Fill(QMenu *menu)
     const QKeySequence renderKey(Qt::CTRL | Qt::Key_M);
     AddEntry(menu, tr("Render Fra&mes..."), renderKey, this, &FileCommands::OnRender);
     QAction *movie = AddEntry(menu, tr("Render Mo&vie..."), this, &FileCommands::OnRenderMovie);
-    if (FindEncoder().isEmpty())
-        movie->setText(tr("Render Mo&vie... (ffmpeg is not there)"));
-    GreyUnless(menu, movie, [] { return !FindEncoder().isEmpty(); });
+    GreyUnless(menu, movie, [movie] {
+        const bool isThere = !FindEncoder().isEmpty();
+        movie->setText(
+            isThere ? tr("Render Mo&vie...") : tr("Render Mo&vie... (ffmpeg is not installed)"));
+        return isThere;
+    });
     menu->addSeparator();
     AddEntry(
         menu, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &FileCommands::QuitWanted);
@@ -154,61 +156,50 @@ A_Err FileCommands::OpenPending()
     return opened ? A_Err_NONE : A_Err_GENERIC;
 }
 
-bool FileCommands::OpenOrRecover(const QString &path)
+bool FileCommands::OpenAsSaved(const QString &path)
 {
-    const QString copy = ProjectFiles::CopyOf(path);
-    if (!copy.isEmpty() && QFileInfo(path).absoluteFilePath() != session.GetDocument().path) {
-        QMessageBox box(QMessageBox::Question, QStringLiteral("Rostrum"),
-            tr("\"%1\" was changed and not saved when the program ended last. Its copy is of %2.")
-                .arg(ShortName(path),
-                    QLocale().toString(
-                        QFileInfo(copy).lastModified(), QStringLiteral("yyyy-MM-dd HH:mm"))),
-            QMessageBox::NoButton, window);
-        QAbstractButton *recover = box.addButton(tr("Recover"), QMessageBox::AcceptRole);
-        QAbstractButton *asSaved = box.addButton(tr("Open as Saved"), QMessageBox::DestructiveRole);
-        box.addButton(QMessageBox::Cancel);
-        box.exec();
-        if (box.clickedButton() != recover && box.clickedButton() != asSaved)
-            return false;
-        if (box.clickedButton() == recover) {
-            const QString error = files.OpenCopy(copy, path);
-            if (error.isEmpty())
-                return true;
-            Warn(error); // and opens the file itself
-        }
-        const QString error = files.Open(path);
-        if (!error.isEmpty())
-            return Warn(error);
-        ProjectFiles::RemoveCopy(copy);
-        return true;
-    }
     const QString error = files.Open(path);
     return error.isEmpty() || Warn(error);
 }
 
-void FileCommands::OfferLeftCopies()
+bool FileCommands::OpenOrRecover(const QString &path)
 {
-    const QStringList copies = files.LeftCopies();
-    if (!copies.isEmpty() && !files.IsDirty())
-        OfferCopy(copies.first());
+    if (QFileInfo(path).absoluteFilePath() == session.GetDocument().path)
+        return OpenAsSaved(path); // once more
+    const QString who = ProjectFiles::OpenElsewhere(path);
+    if (!who.isEmpty() && !AskToOpenAgain(path, who, window))
+        return false;
+    const QString copy = ProjectFiles::CopyOf(path);
+    if (copy.isEmpty())
+        return OpenAsSaved(path);
+    switch (AskToRecover(path, copy, window)) {
+    case Recovery::Cancel:
+        return false;
+    case Recovery::OpenAsSaved:
+        if (!OpenAsSaved(path))
+            return false;
+        ProjectFiles::RemoveCopy(copy);
+        return true;
+    case Recovery::Recover:
+        break;
+    }
+    const QString error = files.OpenCopy(copy, path);
+    if (error.isEmpty())
+        return true;
+    Warn(error);
+    return OpenAsSaved(path); // the copy stays: what is in it may be wanted
 }
 
 /// One at a time: the next one is offered at the next start.
-void FileCommands::OfferCopy(const QString &copy)
+void FileCommands::OfferLeftCopies()
 {
-    QMessageBox box(QMessageBox::Question, QStringLiteral("Rostrum"),
-        tr("A project that was never saved is left from %1, when the program ended before its "
-           "time.")
-            .arg(QLocale().toString(
-                QFileInfo(copy).lastModified(), QStringLiteral("yyyy-MM-dd HH:mm"))),
-        QMessageBox::NoButton, window);
-    QAbstractButton *recover = box.addButton(tr("Recover"), QMessageBox::AcceptRole);
-    QAbstractButton *remove = box.addButton(tr("Remove It"), QMessageBox::DestructiveRole);
-    box.addButton(tr("Later"), QMessageBox::RejectRole);
-    box.exec();
-    if (box.clickedButton() == remove)
+    const QString copy = files.LeftCopies().value(0);
+    if (copy.isEmpty() || files.IsDirty())
+        return;
+    const LeftWork answer = AskAboutLeftWork(copy, window);
+    if (answer == LeftWork::Remove)
         ProjectFiles::RemoveCopy(copy);
-    if (box.clickedButton() != recover)
+    if (answer != LeftWork::Recover)
         return;
     const QString error = files.OpenCopy(copy, QString());
     if (!error.isEmpty())
@@ -311,6 +302,16 @@ QVector<ItemId> FileCommands::Import(const QStringList &paths, ItemId folder)
     if (!items.isEmpty())
         tree.Pick(items);
     return items;
+}
+
+QVector<ItemId> FileCommands::TakeDropped(const QStringList &paths, ItemId folder)
+{
+    const bool isProject = paths.size() == 1 && QFileInfo(paths.first()).isFile()
+        && paths.first().endsWith(QLatin1String(kProjectSuffix), Qt::CaseInsensitive);
+    if (!isProject)
+        return Import(paths, folder);
+    Open(paths.first()); // unchecked: what went wrong was told
+    return {};
 }
 
 void FileCommands::OnRender()

@@ -33,6 +33,8 @@ public:
     void OfferLeftCopies();
     /// Imports files, series recognised, and picks what came in.
     QVector<ItemId> Import(const QStringList &paths, ItemId folder);
+    /// The same with what was dropped; a project alone is opened.
+    QVector<ItemId> TakeDropped(const QStringList &paths, ItemId folder);
 
 signals:
     void QuitWanted();
@@ -49,8 +51,8 @@ private:
     void OnRenderMovie();
     A_Err OpenPending();
     A_Err SavePending();
+    bool OpenAsSaved(const QString &path);
     bool OpenOrRecover(const QString &path);
-    void OfferCopy(const QString &copy);
     bool Warn(const QString &error) const;
     QString AskForSavePath() const;
 

@@ -4,24 +4,27 @@ namespace rostrum {
 
 void FrameCache::Clear()
 {
+    for (auto &entry : frames)
+        spares.append(std::move(entry.second.image));
     frames.clear();
     loose = Frame();
     used = 0;
 }
 
-/// Takes frames out until so many bytes fit. @return the pixels of the last one, to be drawn into
-/// again: fresh memory for a large frame costs as much as drawing it
-QImage FrameCache::MakeRoom(qint32 frame, qint64 bytes)
+/// Takes frames out until so many bytes fit. @return the pixels of a former frame, to be drawn into
+/// again: fresh memory for a large frame costs as much as drawing it; null where there are none
+QImage FrameCache::MakeRoom(qint32 frame, const QSize &size, qint64 bytes)
 {
-    QImage spare;
     while (used + bytes > limit && !frames.empty()) {
         auto last = frames.lower_bound(frame); // the one before it in the ring
         last = last == frames.begin() ? std::prev(frames.end()) : std::prev(last);
         used -= last->second.image.sizeInBytes();
-        spare = std::move(last->second.image);
+        spares.append(std::move(last->second.image));
         frames.erase(last);
     }
-    return spare;
+    while (!spares.isEmpty() && spares.last().size() != size)
+        spares.removeLast(); // of another composition
+    return spares.isEmpty() ? QImage() : spares.takeLast();
 }
 
 const FrameCache::Frame &FrameCache::Get(
@@ -38,8 +41,10 @@ const FrameCache::Frame &FrameCache::Get(
         return found->second;
 
     const Composition *target = project.FindComposition(composition);
-    const qint64 bytes = target ? qint64(target->size.width()) * target->size.height() * 4 : 0;
-    loose.image = bytes <= limit ? MakeRoom(frame, bytes) : std::move(loose.image);
+    const QSize size = target ? target->size : QSize(0, 0);
+    const qint64 bytes = qint64(size.width()) * size.height() * 4;
+    if (bytes <= limit)
+        loose.image = MakeRoom(frame, size, bytes);
     renderer.SetBackground(background);
     renderer.Render(project, composition, frame, &loose.image); // a failure is in the messages
     loose.messages = renderer.Messages();

@@ -4,7 +4,9 @@
 // at the next frame asked for. A drawing that was painted over on disk is not noticed while its
 // frames are kept; who knows of it clears.
 //
-// Beyond the limit the frame goes that playing forward, around the end, would come to last.
+// Beyond the limit the frame goes that playing forward, around the end, would come to last. The
+// memory of frames that went stays for those to come, so that playing again after a change need not
+// wait for it.
 #pragma once
 
 #include "render/Renderer.h"
@@ -40,7 +42,7 @@ public:
     int Renderings() const { return renderings; }
 
 private:
-    QImage MakeRoom(qint32 frame, qint64 bytes);
+    QImage MakeRoom(qint32 frame, const QSize &size, qint64 bytes);
 
     Renderer renderer;
     qint64 limit;
@@ -50,6 +52,7 @@ private:
     ItemId composition = 0;
     bool background = true;
     std::map<qint32, Frame> frames;
+    QVector<QImage> spares; // memory of frames that were taken out, to be drawn into again
     Frame loose; // one that is larger than the limit
 };
 

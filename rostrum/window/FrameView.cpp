@@ -105,14 +105,18 @@ void FrameView::OnSafeFrames(bool on)
 void FrameView::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), kTable);
     if (frame.isNull()) {
+        painter.fillRect(rect(), kTable);
         painter.setPen(palette().color(QPalette::WindowText));
         painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
             Qt::AlignCenter | Qt::TextWordWrap, text);
         return;
     }
     const QRectF target = FrameRect();
+    // A frame that plays pays for each pixel: below the frame the table is not seen. Its edge may
+    // lie inside a pixel.
+    for (const QRect &part : QRegion(rect()) - target.toRect().adjusted(1, 1, -1, -1))
+        painter.fillRect(part, kTable);
     if (checker)
         DrawChecker(painter, target);
     DrawFrame(painter, target);

@@ -1,5 +1,6 @@
 #include "Importer.h"
 
+#include "window/BlankDrawing.h"
 #include "window/ItemText.h"
 
 #include <QApplication>
@@ -13,7 +14,7 @@ namespace rostrum {
 namespace {
 
 constexpr int kErrorsTold = 10;
-constexpr int kPatience = 400; // ms before the way is shown
+constexpr int kFilesTold = 4;
 
 QString ImageFilter()
 {
@@ -21,6 +22,32 @@ QString ImageFilter()
     for (const QByteArray &format : QImageReader::supportedImageFormats())
         patterns << QStringLiteral("*.") + QString::fromLatin1(format);
     return QStringLiteral("Drawings (%1)").arg(patterns.join(QLatin1Char(' ')));
+}
+
+/// The names of files, of many the first ones.
+QString ShortList(const QStringList &paths)
+{
+    QStringList names;
+    for (const QString &path : paths.mid(0, kFilesTold))
+        names << QFileInfo(path).fileName();
+    QString list = names.join(QLatin1String(", "));
+    if (paths.size() > kFilesTold)
+        list += QStringLiteral(" and %1 more").arg(paths.size() - kFilesTold);
+    return list;
+}
+
+/// Of a series that has just got its blank drawing.
+QString BlankReport(const Footage &footage)
+{
+    bool isOneToOne = true;
+    for (int i = 0; i < footage.numbers.size(); ++i)
+        isOneToOne = isOneToOne && footage.numbers[i] == i;
+    const QString file = QFileInfo(BlankPath(footage)).fileName();
+    return isOneToOne
+        ? QStringLiteral("0 in a sheet is now %1, which is blank; the numbers are the files'")
+              .arg(file)
+        : QStringLiteral("0 in a sheet is now %1, which is blank; 1 is %2")
+              .arg(file, footage.files.value(1));
 }
 
 /// The project folders on the way to a group, made where they are not there yet in this import.
@@ -67,7 +94,7 @@ bool Importer::Load(
     QProgressDialog progress(
         QStringLiteral("Reading drawings..."), QStringLiteral("Cancel"), 0, groups.size(), window);
     progress.setWindowModality(Qt::ApplicationModal);
-    progress.setMinimumDuration(kPatience);
+    progress.setMinimumDuration(patience);
     for (int i = 0; i < groups.size(); ++i) {
         progress.setValue(i); // serves events as well
         if (progress.wasCanceled())
@@ -98,7 +125,9 @@ QVector<ItemId> Importer::Add(const QVector<Loaded> &loaded, ItemId folder)
 void Importer::TellNotes(const QVector<Loaded> &loaded)
 {
     for (const Loaded &each : loaded) {
-        const QStringList notes = SeriesNotes(each.result.footage);
+        QStringList notes = SeriesNotes(each.result.footage);
+        notes << BlankNote(each.result.footage);
+        notes.removeAll(QString());
         if (!notes.isEmpty())
             session.Tell(QString::fromUtf8(each.result.name) + QStringLiteral(": ")
                 + notes.join(QLatin1String("; ")));
@@ -121,11 +150,12 @@ QVector<ItemId> Importer::ImportGroups(const FoundDrawings &found, ItemId folder
                 : QStringLiteral("Imported %1 items").arg(items.size()));
     }
     if (!found.leftOut.isEmpty())
-        session.Tell(
-            QStringLiteral("Left out, since they are no images: %1").arg(found.leftOut.size()));
+        session.Tell(QStringLiteral("Left out, since no image: %1").arg(ShortList(found.leftOut)));
     TellNotes(loaded);
     if (found.groups.isEmpty())
-        errors << QStringLiteral("There are no drawings");
+        errors << (found.leftOut.isEmpty()
+                ? QStringLiteral("There are no drawings")
+                : QStringLiteral("There are no drawings, only %1").arg(ShortList(found.leftOut)));
     TellErrors(errors);
     return items;
 }
@@ -149,6 +179,7 @@ QVector<ItemId> Importer::AskAndImport(bool stills, ItemId folder)
         stills ? QStringLiteral("Import Stills") : QStringLiteral("Import Drawings"), lastFolder,
         ImageFilter() + QStringLiteral(";;All files (*)"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setOption(QFileDialog::HideNameFilterDetails); // there are sixty
     dialog.setLabelText(QFileDialog::Accept, QStringLiteral("Import"));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
@@ -174,8 +205,27 @@ bool Importer::AskAndRelink(ItemId footage)
         return false;
     const QString path = QFileDialog::getOpenFileName(window,
         QStringLiteral("Relink %1").arg(QString::fromUtf8(item->name)), item->AsFootage()->folder,
-        ImageFilter() + QStringLiteral(";;All files (*)"));
+        ImageFilter() + QStringLiteral(";;All files (*)"), nullptr,
+        QFileDialog::HideNameFilterDetails);
     return !path.isEmpty() && Relink(footage, path);
+}
+
+bool Importer::AddBlank(ItemId id)
+{
+    const Item *item = session.GetProject().Find(id);
+    if (!item || !item->AsFootage() || !LacksBlank(*item->AsFootage()))
+        return false;
+    QString error = WriteBlank(*item->AsFootage());
+    Project changed = session.GetProject();
+    if (error.isEmpty())
+        error = TakeBlank(id, &changed);
+    if (!error.isEmpty()) {
+        TellErrors({ error });
+        return false;
+    }
+    session.Do("Add Blank Drawing", [&](Project &project) { project = changed; });
+    session.Tell(BlankReport(*session.GetProject().Find(id)->AsFootage()));
+    return true;
 }
 
 /// Footage of the old folder of which nothing is there any more, and all of it is in the new one.

@@ -33,6 +33,12 @@ public:
     bool Relink(ItemId footage, const QString &path);
     bool AskAndRelink(ItemId footage);
 
+    /// Writes the blank drawing 0 that a series lacks, and takes it in. @return false where it could not
+    /// be done; a box tells why
+    bool AddBlank(ItemId footage);
+
+    int patience = 400; // ms before the way of an import is shown
+
 private:
     struct Loaded
     {

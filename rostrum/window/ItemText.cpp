@@ -1,6 +1,7 @@
 #include "ItemText.h"
 
 #include "core/DrawingFolder.h"
+#include "window/BlankDrawing.h"
 
 #include <QDir>
 #include <QSet>
@@ -36,7 +37,10 @@ QStringList FootageLines(const Footage &footage)
                      .arg(footage.files.size());
     if (!footage.isSeries)
         return lines;
-    lines << SeriesNotes(footage) << QStringLiteral("In a sheet:") << FileLines(footage);
+    lines << SeriesNotes(footage);
+    if (LacksBlank(footage))
+        lines << BlankNote(footage);
+    lines << QStringLiteral("In a sheet:") << FileLines(footage);
     return lines;
 }
 
@@ -93,16 +97,17 @@ QString RateText(const Rate &rate)
     return QString::number(rate.PerSecond(), 'g', 6);
 }
 
+QString FactsText(const Item &item)
+{
+    QStringList facts{ KindText(item), SizeText(item), LengthText(item) };
+    facts.removeAll(QString());
+    return facts.join(QLatin1String(", "));
+}
+
 QString ItemDescription(const Item &item)
 {
     QStringList lines{ QString::fromUtf8(item.name) };
-    const QStringList facts{ KindText(item), SizeText(item), LengthText(item) };
-    QStringList told;
-    for (const QString &fact : facts) {
-        if (!fact.isEmpty())
-            told << fact;
-    }
-    lines << told.join(QLatin1String(", "));
+    lines << FactsText(item);
     if (const Composition *composition = item.AsComposition())
         lines << QStringLiteral("%1 frames a second, %2 layers")
                      .arg(RateText(composition->rate))

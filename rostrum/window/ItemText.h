@@ -14,6 +14,8 @@ QString KindText(const Item &item);
 QString SizeText(const Item &item);
 /// "100 frames", "8 drawings", empty where there is no length.
 QString LengthText(const Item &item);
+/// All three in one line.
+QString FactsText(const Item &item);
 QString RateText(const Rate &rate); // "25", "23.976"
 /// Several lines on the item, the files of a series by their numbers in the sheet among them.
 QString ItemDescription(const Item &item);

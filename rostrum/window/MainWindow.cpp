@@ -6,6 +6,7 @@
 #include "window/HelpCommands.h"
 #include "window/HistoryList.h"
 #include "window/MessageLog.h"
+#include "window/OneLine.h"
 #include "window/ProjectTree.h"
 #include "window/Timeline.h"
 #include "window/Viewer.h"
@@ -14,7 +15,6 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
-#include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStandardPaths>
@@ -23,7 +23,8 @@
 namespace rostrum {
 namespace {
 
-constexpr int kAutosaveInterval = 60 * 1000; // ms
+constexpr int kAutosaveInterval = 60; // seconds, unless the settings tell
+constexpr char kAutosaveKey[] = "autosave/seconds";
 constexpr int kLayoutVersion = 1;
 constexpr char kGeometryKey[] = "window/geometry";
 constexpr char kLayoutKey[] = "window/layout";
@@ -55,7 +56,7 @@ MainWindow::MainWindow(Host &host, const Places &places)
     , viewer(new Viewer(session))
     , timeline(new Timeline(session))
     , messages(new MessageLog)
-    , lastMessage(new QLabel)
+    , lastMessage(new OneLine)
 {
     setObjectName(QStringLiteral("rostrum"));
     setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
@@ -71,15 +72,17 @@ MainWindow::MainWindow(Host &host, const Places &places)
     pluginMenus = new PluginMenus(
         session, [this] { return ActiveWindowType(); }, this);
     lastMessage->setObjectName(QStringLiteral("lastMessage"));
-    lastMessage->setTextInteractionFlags(Qt::TextSelectableByMouse);
     statusBar()->addWidget(lastMessage, 1);
     MakeDocks();
     MakeMenus();
     connect(&session, &Session::MessageShown, this, &MainWindow::OnMessage);
     connect(&files, &ProjectFiles::StateChanged, this, &MainWindow::ShowTitle);
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::OnFocusChanged);
-    autosave.setInterval(kAutosaveInterval);
-    connect(&autosave, &QTimer::timeout, this, &MainWindow::OnAutosave);
+    const int seconds = settings.value(QLatin1String(kAutosaveKey), kAutosaveInterval).toInt();
+    autosave.setInterval(qBound(1, seconds, 3600) * 1000);
+    connect(&autosave, &QTimer::timeout, &files, &ProjectFiles::StartAutosave);
+    connect(&files, &ProjectFiles::AutosaveFailed, this,
+        [this](const QString &error) { session.Tell(tr("No copy could be saved. ") + error); });
     resize(kFirstSize.boundedTo(screen()->availableSize()));
     ShowTitle();
 }
@@ -128,10 +131,18 @@ void MainWindow::ConnectTree()
         session.SetActiveItem(item);
         viewer->View().setFocus();
     });
-    connect(tree, &ProjectTree::FilesDropped, this,
-        [this](const QStringList &paths, ItemId folder) { fileCommands->Import(paths, folder); });
+    connect(
+        tree, &ProjectTree::FilesDropped, this, [this](const QStringList &paths, ItemId folder) {
+            AfterDrop([=] { fileCommands->TakeDropped(paths, folder); });
+        });
+    connect(tree, &ProjectTree::LayersWanted, compositionCommands,
+        [this](const QVector<ItemId> &items, ItemId composition) {
+            compositionCommands->AddLayersTo(composition, items);
+        });
     connect(tree, &ProjectTree::RelinkWanted, this,
         [this](ItemId footage) { importer.AskAndRelink(footage); });
+    connect(tree, &ProjectTree::BlankWanted, this,
+        [this](ItemId footage) { importer.AddBlank(footage); });
 }
 
 void MainWindow::ConnectTimeline()
@@ -147,8 +158,16 @@ void MainWindow::AcceptDrops(QWidget *widget)
     auto *zone = new DropZone(widget);
     connect(zone, &DropZone::ItemsDropped, compositionCommands, &CompositionCommands::AddLayers);
     connect(zone, &DropZone::FilesDropped, this, [this](const QStringList &paths) {
-        compositionCommands->AddLayers(fileCommands->Import(paths, /*folder=*/0));
+        AfterDrop([=] {
+            compositionCommands->AddLayers(fileCommands->TakeDropped(paths, /*folder=*/0));
+        });
     });
+}
+
+/// The program that files are dragged from waits for the drop's end, and must not wait for a dialog.
+void MainWindow::AfterDrop(const std::function<void()> &work)
+{
+    QTimer::singleShot(0, this, work);
 }
 
 void MainWindow::MakeMenus()
@@ -235,7 +254,12 @@ void MainWindow::LayOut()
 {
     firstLayout = saveState(kLayoutVersion);
     restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
-    restoreState(settings.value(QLatin1String(kLayoutKey)).toByteArray(), kLayoutVersion);
+    const QByteArray layout = settings.value(QLatin1String(kLayoutKey)).toByteArray();
+    restoreState(layout, kLayoutVersion);
+    show();
+    panels->ShowRestored();
+    // While a panel was made its dock was hidden for a moment, and the neighbours took its room.
+    restoreState(layout, kLayoutVersion);
 }
 
 void MainWindow::OnReset()
@@ -247,8 +271,6 @@ void MainWindow::OnReset()
 void MainWindow::Start()
 {
     LayOut();
-    show();
-    panels->ShowRestored();
     tree->setFocus();
     session.ActivateComposition();
     fileCommands->OfferLeftCopies();
@@ -283,17 +305,10 @@ void MainWindow::changeEvent(QEvent *event)
         tree->LookForMissing(); // drawings may have come or gone meanwhile
 }
 
-void MainWindow::OnAutosave()
-{
-    const QString error = files.Autosave();
-    if (!error.isEmpty())
-        session.Tell(tr("No copy could be saved. ") + error);
-}
-
 void MainWindow::OnMessage(const QString &message)
 {
     messages->Add(message);
-    lastMessage->setText(message);
+    lastMessage->setText(QString(message).replace(QLatin1Char('\n'), QLatin1Char(' ')));
     lastMessage->setToolTip(message);
 }
 

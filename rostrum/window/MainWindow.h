@@ -72,12 +72,12 @@ private:
     void ConnectTree();
     void ConnectTimeline();
     void AcceptDrops(QWidget *widget);
+    void AfterDrop(const std::function<void()> &work);
     void MakeMenus();
     void FillWindowMenu(QMenu *menu);
     void LayOut();
     void OnReset();
     void OnMessage(const QString &message);
-    void OnAutosave();
     void OnFocusChanged(QWidget *old, QWidget *now);
     void ShowTitle();
     AEGP_WindowType ActiveWindowType() const;

@@ -1,8 +1,11 @@
 #include "MovieJob.h"
 
-#include <QFile>
+#include "render/Placement.h"
+
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -50,7 +53,7 @@ MovieJob::MovieJob(
 {
     if (const Composition *found = project.FindComposition(composition)) {
         rate = found->rate;
-        last = rate.FrameAt(found->duration) - 1;
+        last = FrameCount(*found) - 1;
     }
 }
 
@@ -61,15 +64,18 @@ void MovieJob::SetRange(qint32 newFirst, qint32 newLast)
     job.SetRange(first, last);
 }
 
-/// Players want even sides and a common pixel format.
+/// Players want even sides and a common pixel format, and take colours for what the file says they are.
 QStringList MovieJob::EncoderWords(const QString &pattern, const QString &target) const
 {
     return { QStringLiteral("-y"), QStringLiteral("-loglevel"), QStringLiteral("error"),
         QStringLiteral("-nostdin"), QStringLiteral("-progress"), QStringLiteral("pipe:1"),
         QStringLiteral("-framerate"), QStringLiteral("%1/%2").arg(rate.num).arg(rate.den),
         QStringLiteral("-start_number"), QString::number(first), QStringLiteral("-i"), pattern,
-        QStringLiteral("-vf"), QStringLiteral("pad=ceil(iw/2)*2:ceil(ih/2)*2"),
-        QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), target };
+        QStringLiteral("-vf"),
+        QStringLiteral("pad=ceil(iw/2)*2:ceil(ih/2)*2,scale=out_color_matrix=bt709"),
+        QStringLiteral("-pix_fmt"), QStringLiteral("yuv420p"), QStringLiteral("-colorspace"),
+        QStringLiteral("bt709"), QStringLiteral("-color_primaries"), QStringLiteral("bt709"),
+        QStringLiteral("-color_trc"), QStringLiteral("bt709"), target };
 }
 
 QString MovieJob::Encode(const QString &pattern, const QString &target, int frames,
@@ -95,21 +101,45 @@ QString MovieJob::Encode(const QString &pattern, const QString &target, int fram
         return Failed(path, process.errorString());
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return {};
-    const QString said = QString::fromUtf8(process.readAllStandardError()).trimmed();
+    static const QRegularExpression places(QStringLiteral("\\[[^\\]]* @ 0x[0-9a-f]+\\] "));
+    const QString said = QString::fromUtf8(process.readAllStandardError()).remove(places).trimmed();
     return Failed(
         path, said.isEmpty() ? QStringLiteral("the encoder failed") : said.right(kErrorLength));
 }
 
+/// What keeps the job from starting, empty when nothing does.
+QString MovieJob::WhyNot() const
+{
+    if (encoder.isEmpty())
+        return Failed(path, QStringLiteral("ffmpeg, which does it, is not installed"));
+    if (QFileInfo(path).suffix().isEmpty())
+        return Failed(path, QStringLiteral("its name does not end in a format, like \".mp4\""));
+    return {};
+}
+
+/// Every frame's file name is the first one's but for the number; a "%" that is no number is doubled.
+QString MovieJob::FilePattern(const QString &folder) const
+{
+    const QFileInfo file(QDir(folder), job.FileName(first));
+    const QString base = file.completeBaseName();
+    const int digits = base.size() - base.lastIndexOf(QLatin1Char('_')) - 1;
+    QString stem = file.path() + QLatin1Char('/') + base.chopped(digits);
+    return stem.replace(QLatin1Char('%'), QLatin1String("%%")) + QLatin1String("%0")
+        + QString::number(digits) + QLatin1String("d.png");
+}
+
 RenderResult MovieJob::Run(const RenderJob::ProgressFunction &progress)
 {
+    RenderResult result;
+    result.error = WhyNot();
+    if (!result.Ok())
+        return result;
     const QFileInfo movie(path);
     QTemporaryDir folder(movie.absolutePath() + QStringLiteral("/.rostrum-movie-XXXXXX"));
-    RenderResult result;
     if (!folder.isValid()) {
         result.error = Failed(path, folder.errorString());
         return result;
     }
-    const int frames = last - first + 1;
     job.SetFolder(folder.path());
     result = job.Run([&](RenderProgress now) {
         now.total *= 2;
@@ -118,13 +148,9 @@ RenderResult MovieJob::Run(const RenderJob::ProgressFunction &progress)
     });
     if (!result.Ok())
         return result;
-    // Every frame's file name is the first one's but for the number.
-    QString pattern = job.FileName(first);
-    const int digits = pattern.lastIndexOf(QLatin1Char('_'));
-    pattern = folder.filePath(pattern.left(digits).replace(QLatin1Char('%'), QLatin1String("%%"))
-        + QStringLiteral("_%04d.png"));
     const QString target = folder.filePath(QStringLiteral("movie.") + movie.suffix());
-    result.error = Encode(pattern, target, frames, progress, &result.isCancelled);
+    result.error
+        = Encode(FilePattern(folder.path()), target, result.written, progress, &result.isCancelled);
     if (result.Ok() && !Replace(target, path))
         result.error = Failed(path, QStringLiteral("it cannot be put in its place"));
     if (!result.Ok())

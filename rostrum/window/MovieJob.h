@@ -28,6 +28,8 @@ public:
     QStringList EncoderWords(const QString &pattern, const QString &target) const;
 
 private:
+    QString WhyNot() const;
+    QString FilePattern(const QString &folder) const;
     QString Encode(const QString &pattern, const QString &target, int frames,
         const RenderJob::ProgressFunction &progress, bool *isCancelled) const;
 

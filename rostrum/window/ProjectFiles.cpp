@@ -12,6 +12,7 @@ namespace rostrum {
 namespace {
 
 constexpr char kCopySuffix[] = ".autosave.rostrum";
+constexpr char kOwnCopyMark[] = ".autosave-"; // then a name of its own
 constexpr char kLockSuffix[] = ".lock";
 
 QString CopyBeside(const QString &path)
@@ -20,12 +21,48 @@ QString CopyBeside(const QString &path)
     return file.absoluteDir().filePath(file.completeBaseName() + QLatin1String(kCopySuffix));
 }
 
-std::unique_ptr<QLockFile> LockOf(const QString &copy)
+QString ProjectLockPath(const QString &path)
 {
-    auto lock = std::make_unique<QLockFile>(copy + QLatin1String(kLockSuffix));
-    lock->setStaleLockTime(
-        0); // a program may run for days; one that is gone is noticed all the same
+    const QFileInfo file(path);
+    return file.absoluteDir().filePath(
+        QLatin1Char('.') + file.fileName() + QLatin1String(kLockSuffix));
+}
+
+QString CopyLockPath(const QString &copy)
+{
+    return copy + QLatin1String(kLockSuffix);
+}
+
+std::unique_ptr<QLockFile> LockAt(const QString &path)
+{
+    auto lock = std::make_unique<QLockFile>(path);
+    // A program may run for days; one that is gone is noticed all the same.
+    lock->setStaleLockTime(0);
     return lock;
+}
+
+/// No living program holds the lock. Where none can be made, nobody holds one.
+bool IsFree(const QString &path)
+{
+    const auto lock = LockAt(path);
+    return lock->tryLock() || lock->error() != QLockFile::LockFailedError;
+}
+
+/// Beside the project file, those that no living program writes.
+QStringList CopiesBeside(const QString &path)
+{
+    QStringList copies;
+    const QString plain = CopyBeside(path);
+    if (QFileInfo(plain).isFile() && IsFree(ProjectLockPath(path)))
+        copies << plain;
+    const QString stem = QFileInfo(path).completeBaseName() + QLatin1String(kOwnCopyMark);
+    const QDir folder = QFileInfo(path).absoluteDir();
+    for (const QString &name : folder.entryList(QDir::Files)) {
+        const bool isOwn = name.startsWith(stem) && name.endsWith(QLatin1String(kProjectSuffix));
+        if (isOwn && IsFree(CopyLockPath(folder.filePath(name))))
+            copies << folder.filePath(name);
+    }
+    return copies;
 }
 
 /// The composition to begin with: the first in the list.
@@ -43,9 +80,14 @@ ProjectFiles::ProjectFiles(Session &session, const QString &dataFolder, QObject 
     : QObject(parent), session(session), dataFolder(dataFolder), saved(session.GetProject())
 {
     connect(&session, &Session::ProjectChanged, this, &ProjectFiles::StateChanged);
+    connect(
+        this, &ProjectFiles::CopyWritten, this, &ProjectFiles::OnCopyWritten, Qt::QueuedConnection);
 }
 
-ProjectFiles::~ProjectFiles() = default;
+ProjectFiles::~ProjectFiles()
+{
+    EndAutosave(); // unchecked: nobody is left to be told
+}
 
 QString ProjectFiles::Title() const
 {
@@ -60,8 +102,34 @@ void ProjectFiles::Take(const Project &project, const QString &path, const Proje
     document.path = path;
     document.view.activeItem = FirstComposition(project);
     saved = asSaved;
+    LockProject(path);
     session.Look();
     emit StateChanged();
+}
+
+void ProjectFiles::LockProject(const QString &path)
+{
+    if (path == lockedPath)
+        return;
+    lockedPath = path;
+    projectLock.reset();
+    isOpenElsewhere = false;
+    if (path.isEmpty())
+        return;
+    projectLock = LockAt(ProjectLockPath(path));
+    isOpenElsewhere = !projectLock->tryLock() && projectLock->error() == QLockFile::LockFailedError;
+}
+
+QString ProjectFiles::OpenElsewhere(const QString &path)
+{
+    const QString lockPath = ProjectLockPath(path);
+    if (IsFree(lockPath))
+        return {};
+    qint64 process = 0;
+    QString machine, program;
+    if (!LockAt(lockPath)->getLockInfo(&process, &machine, &program))
+        return QStringLiteral("another program");
+    return QStringLiteral("%1 on %2, process %3").arg(program, machine).arg(process);
 }
 
 void ProjectFiles::New()
@@ -87,61 +155,113 @@ QString ProjectFiles::Save(const QString &path)
         return error;
     RemoveAutosave(); // of the path before
     session.GetDocument().path = QFileInfo(path).absoluteFilePath();
-    RemoveCopy(CopyBeside(path)); // of a session before, which this file takes over
+    LockProject(session.GetDocument().path);
+    if (!isOpenElsewhere)
+        RemoveCopy(CopyBeside(path)); // of a session before, which this file takes over
     saved = session.GetProject();
     emit StateChanged();
     return {};
 }
 
-/// Held by a lock, so that no other program takes it for left over.
-QString ProjectFiles::NewUntitledCopy()
+// Copies.
+
+QString ProjectFiles::NewOwnCopy() const
 {
-    QDir().mkpath(dataFolder);
     const QString id = QUuid::createUuid().toString(QUuid::Id128).left(8);
-    const QString path
-        = QDir(dataFolder).filePath(QStringLiteral("untitled-") + id + QLatin1String(kCopySuffix));
-    lock = LockOf(path);
-    lock->tryLock(); // unchecked: where there is no lock, writing the copy tells why
-    return path;
+    const QString &path = session.GetDocument().path;
+    if (!path.isEmpty()) {
+        const QFileInfo file(path);
+        return file.absoluteDir().filePath(file.completeBaseName() + QLatin1String(kOwnCopyMark)
+            + id + QLatin1String(kProjectSuffix));
+    }
+    QDir().mkpath(dataFolder);
+    return QDir(dataFolder).filePath(QStringLiteral("untitled-") + id + QLatin1String(kCopySuffix));
+}
+
+/// Held by a lock, so that no other program takes it for left over.
+void ProjectFiles::TakeOwnCopy(const QString &copy)
+{
+    ownCopy = copy;
+    ownLock = LockAt(CopyLockPath(copy));
+    ownLock->tryLock(); // unchecked: where there is no lock, writing the copy tells why
 }
 
 QString ProjectFiles::AutosavePath() const
 {
     const QString &path = session.GetDocument().path;
-    return path.isEmpty() ? untitledCopy : CopyBeside(path);
+    return !ownCopy.isEmpty() || path.isEmpty() ? ownCopy : CopyBeside(path);
+}
+
+void ProjectFiles::StartAutosave()
+{
+    const Project &project = session.GetProject();
+    const bool isKnown = hasCopy && project == copied;
+    if (writer.joinable() || !IsDirty() || isKnown || session.GetDocument().IsGroupOpen())
+        return;
+    if (ownCopy.isEmpty() && (isOpenElsewhere || session.GetDocument().path.isEmpty()))
+        TakeOwnCopy(NewOwnCopy());
+    beingCopied = project;
+    writer = std::thread([this, project, path = AutosavePath()] {
+        writerError = SaveProject(project, path);
+        emit CopyWritten();
+    });
+}
+
+/// Waits for a copy that is being written. @return what went wrong with it
+QString ProjectFiles::EndAutosave()
+{
+    if (!writer.joinable())
+        return {};
+    writer.join();
+    if (writerError.isEmpty()) {
+        copied = beingCopied;
+        hasCopy = true;
+    }
+    beingCopied = Project();
+    return writerError;
+}
+
+void ProjectFiles::OnCopyWritten()
+{
+    const QString error = EndAutosave();
+    if (!error.isEmpty())
+        emit AutosaveFailed(error);
 }
 
 QString ProjectFiles::Autosave()
 {
-    const Project &project = session.GetProject();
-    if (!IsDirty() || (hasCopy && project == copied) || session.GetDocument().IsGroupOpen())
-        return {};
-    if (session.GetDocument().path.isEmpty() && untitledCopy.isEmpty())
-        untitledCopy = NewUntitledCopy();
-    QString error = SaveProject(project, AutosavePath());
-    if (error.isEmpty()) {
-        copied = project;
-        hasCopy = true;
-    }
-    return error;
+    StartAutosave();
+    return EndAutosave();
 }
 
 void ProjectFiles::RemoveAutosave()
 {
+    EndAutosave(); // unchecked: it goes
     if (hasCopy)
         RemoveCopy(AutosavePath());
     hasCopy = false;
     copied = Project();
-    untitledCopy.clear();
-    lock.reset();
+    ownCopy.clear();
+    ownLock.reset();
+}
+
+void ProjectFiles::Discard()
+{
+    RemoveAutosave();
+    LockProject({});
 }
 
 QString ProjectFiles::CopyOf(const QString &path)
 {
-    const QFileInfo copy(CopyBeside(path));
     const QFileInfo file(path);
-    const bool isNewer = !file.exists() || copy.lastModified() >= file.lastModified();
-    return copy.isFile() && isNewer ? copy.filePath() : QString();
+    QFileInfo newest;
+    for (const QString &each : CopiesBeside(path)) {
+        const QFileInfo copy(each);
+        const bool isNewer = !file.exists() || copy.lastModified() >= file.lastModified();
+        if (isNewer && (newest.filePath().isEmpty() || newest.lastModified() < copy.lastModified()))
+            newest = copy;
+    }
+    return newest.filePath();
 }
 
 QStringList ProjectFiles::LeftCopies() const
@@ -152,7 +272,7 @@ QStringList ProjectFiles::LeftCopies() const
         { QStringLiteral("untitled-*") + QLatin1String(kCopySuffix) }, QDir::Files, QDir::Time);
     for (const QString &name : names) {
         const QString path = folder.filePath(name);
-        if (path != untitledCopy && LockOf(path)->tryLock())
+        if (path != ownCopy && IsFree(CopyLockPath(path)))
             copies << path;
     }
     return copies;
@@ -167,13 +287,10 @@ QString ProjectFiles::OpenCopy(const QString &copy, const QString &path)
     RemoveAutosave();
     const QString absolute = path.isEmpty() ? QString() : QFileInfo(path).absoluteFilePath();
     Take(loaded.project, absolute, file.project);
+    if (path.isEmpty() || copy != CopyBeside(path))
+        TakeOwnCopy(copy);
     copied = loaded.project;
     hasCopy = true; // it stays until the project is saved
-    if (path.isEmpty()) {
-        untitledCopy = copy;
-        lock = LockOf(copy);
-        lock->tryLock(); // unchecked: without it, the copy is offered to the next program, too
-    }
     return {};
 }
 

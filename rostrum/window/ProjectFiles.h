@@ -1,10 +1,15 @@
 // The open project's file: whether something in it is not saved yet, opening, saving, and the copy
 // that is saved by itself every so often.
 //
-// A saved project's copy lies beside its file ("scene.rostrum" has "scene.autosave.rostrum"), one
-// that was never saved in the program's data folder. The copy goes when the project is saved or
-// given up, so that one that is found tells of a session that ended otherwise. A copy of a project
-// without a file is locked as long as its program runs.
+// Copies    A saved project's copy lies beside its file ("scene.rostrum" has
+//           "scene.autosave.rostrum"), one that was never saved in the program's data folder. The copy
+//           goes when the project is saved or given up, so that one that is found tells of a session
+//           that ended otherwise.
+// Locks     While a program has a project open, a hidden lock file lies beside it
+//           (".scene.rostrum.lock"); it tells the program, so that one that is gone locks nothing. A
+//           second program that opens the project gives its copy a name and a lock of its own, as
+//           that of a project without a file has. What a living program has locked is never taken
+//           for left over.
 //
 // All files are written whole or not at all.
 #pragma once
@@ -14,6 +19,7 @@
 #include <QLockFile>
 
 #include <memory>
+#include <thread>
 
 namespace rostrum {
 
@@ -42,13 +48,18 @@ public:
 
     /// Where this project's copy lies.
     QString AutosavePath() const;
-    /// Saves a copy, if there is something that neither the file nor the last copy holds.
-    /// @return what went wrong
+    /// Begins to save a copy, if there is something that neither the file nor the last copy holds.
+    /// Another thread writes it; AutosaveFailed tells what went wrong.
+    void StartAutosave();
+    /// The same, to its end. @return what went wrong
     QString Autosave();
     /// Gives up what is not saved, at the end of the session.
-    void Discard() { RemoveAutosave(); }
+    void Discard();
 
-    /// The copy of a project file that is newer than the file, empty when there is none.
+    /// Who has a project open besides this program, as a person may be told it; empty for nobody.
+    static QString OpenElsewhere(const QString &path);
+    /// The newest copy of a project file that is newer than the file and that no living program
+    /// writes, empty when there is none. The project is not the open one.
     static QString CopyOf(const QString &path);
     /// Copies of projects without a file, left by sessions that did not end by themselves.
     QStringList LeftCopies() const;
@@ -61,19 +72,32 @@ public:
 signals:
     /// IsDirty or Title may have changed.
     void StateChanged();
+    void AutosaveFailed(const QString &error);
+    /// From the thread that wrote it.
+    void CopyWritten();
 
 private:
     void Take(const Project &project, const QString &path, const Project &asSaved);
+    void LockProject(const QString &path);
     void RemoveAutosave();
-    QString NewUntitledCopy();
+    QString EndAutosave();
+    void OnCopyWritten();
+    void TakeOwnCopy(const QString &copy);
+    QString NewOwnCopy() const;
 
     Session &session;
     QString dataFolder;
     Project saved; // as in the file
     Project copied; // as in the copy
     bool hasCopy = false;
-    QString untitledCopy; // path, once it has been chosen
-    std::unique_ptr<QLockFile> lock; // of the untitled copy
+    QString ownCopy; // a copy with a name of its own; empty while there is none
+    std::unique_ptr<QLockFile> ownLock; // of that copy
+    std::unique_ptr<QLockFile> projectLock;
+    QString lockedPath; // of the project
+    bool isOpenElsewhere = false;
+    std::thread writer; // of a copy
+    Project beingCopied;
+    QString writerError; // the writer's, until it has ended
 };
 
 } // namespace rostrum

@@ -1,37 +1,25 @@
 #include "ProjectTree.h"
 
-#include "window/ItemDrag.h"
+#include "window/BlankDrawing.h"
+#include "window/ItemRow.h"
 #include "window/ItemText.h"
+#include "window/Labels.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QMenu>
 #include <QToolTip>
 
 namespace rostrum {
 namespace {
 
-enum Column { kName, kKind, kSize, kLength, kColumnCount };
-
-constexpr int kIdRole = Qt::UserRole;
+constexpr int kName = 0; // the only column
+constexpr char kPaste[] = "Paste";
 const QColor kMissingColor(230, 110, 90);
 
 ItemId IdOf(const QTreeWidgetItem *row)
 {
-    return row ? row->data(kName, kIdRole).toInt() : 0;
-}
-
-/// Without the layers whose source was deleted since.
-Composition WithSourcesOnly(const Composition &composition, const Project &project)
-{
-    Composition result = composition;
-    result.layers.clear();
-    for (const LayerPtr &layer : composition.layers) {
-        if (layer->kind != LayerKind::Source || project.Find(layer->source))
-            result.layers << layer;
-    }
-    return result;
+    return row ? row->data(kName, kItemIdRole).toInt() : 0;
 }
 
 } // namespace
@@ -40,14 +28,8 @@ ProjectTree::ProjectTree(Session &session, QWidget *parent)
     : QTreeWidget(parent), session(session), thumbnails(session)
 {
     setObjectName(QStringLiteral("projectTree"));
-    setColumnCount(kColumnCount);
-    setHeaderLabels({ QStringLiteral("Name"), QStringLiteral("Kind"), QStringLiteral("Size"),
-        QStringLiteral("Length") });
-    header()->setStretchLastSection(false);
-    header()->setSectionResizeMode(kName, QHeaderView::Stretch);
-    for (const Column column : { kKind, kSize, kLength })
-        header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
-    header()->setMinimumSectionSize(50);
+    setHeaderHidden(true);
+    setItemDelegate(new ItemRow(this));
     setIconSize(kThumbnailSize);
     setUniformRowHeights(true);
     setIndentation(14);
@@ -57,6 +39,7 @@ ProjectTree::ProjectTree(Session &session, QWidget *parent)
     setDragEnabled(true);
     setAcceptDrops(true);
     setDropIndicatorShown(true);
+    setDragDropOverwriteMode(true); // things are dropped on rows, never between them
     MakeActions();
     connect(&session, &Session::ProjectChanged, this, &ProjectTree::OnProjectChanged);
     connect(&thumbnails, &Thumbnails::Ready, this, &ProjectTree::OnThumbnail);
@@ -81,7 +64,7 @@ void ProjectTree::MakeActions()
     Add(QStringLiteral("Rename"), Qt::Key_F2, &ProjectTree::StartRename);
     Add(QStringLiteral("Cut"), QKeySequence::Cut, &ProjectTree::OnCut);
     Add(QStringLiteral("Copy"), QKeySequence::Copy, &ProjectTree::OnCopy);
-    Add(QStringLiteral("Paste"), QKeySequence::Paste, &ProjectTree::OnPaste);
+    Add(QLatin1String(kPaste), QKeySequence::Paste, &ProjectTree::OnPaste);
     Add(QStringLiteral("Delete"), QKeySequence::Delete, &ProjectTree::OnDelete);
 }
 
@@ -144,7 +127,7 @@ void ProjectTree::FollowFolder(ItemId folder, QTreeWidgetItem *parent)
         const bool isNew = !row;
         if (isNew) {
             row = new QTreeWidgetItem;
-            row->setData(kName, kIdRole, children[i]);
+            row->setData(kName, kItemIdRole, children[i]);
         }
         if (parent->child(i) != row) {
             const bool wasOpen = row->isExpanded();
@@ -164,12 +147,10 @@ void ProjectTree::FollowFolder(ItemId folder, QTreeWidgetItem *parent)
 void ProjectTree::ShowItem(QTreeWidgetItem *row, const Item &item)
 {
     row->setText(kName, QString::fromUtf8(item.name));
-    row->setText(kKind, KindText(item));
-    row->setText(kSize, SizeText(item));
-    row->setText(kLength, LengthText(item));
+    row->setData(kName, kItemLabelRole, int(item.label));
     Qt::ItemFlags flags
         = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable | Qt::ItemIsDragEnabled;
-    if (item.AsFolder())
+    if (item.AsFolder() || item.AsComposition())
         flags |= Qt::ItemIsDropEnabled;
     row->setFlags(flags);
     if (!item.AsFolder())
@@ -183,12 +164,10 @@ void ProjectTree::ShowMissing(QTreeWidgetItem *row, const Item &item)
 {
     const Footage *footage = item.AsFootage();
     const int missing = footage ? MissingFiles(*footage).size() : 0;
-    row->setForeground(kKind, missing ? QBrush(kMissingColor) : QBrush());
     row->setForeground(kName, missing ? QBrush(kMissingColor) : QBrush());
-    if (missing)
-        row->setText(kKind, QStringLiteral("Missing"));
-    else
-        row->setText(kKind, KindText(item));
+    row->setData(kName, kItemFactsRole,
+        missing ? QStringLiteral("Missing: %1 of %2").arg(missing).arg(footage->files.size())
+                : FactsText(item));
 }
 
 void ProjectTree::LookForMissing()
@@ -233,6 +212,16 @@ void ProjectTree::Pick(const QVector<ItemId> &items)
     }
 }
 
+ItemId ProjectTree::IdAt(const QPoint &place) const
+{
+    return IdOf(itemAt(place));
+}
+
+ItemId ProjectTree::CurrentItem() const
+{
+    return IdOf(currentItem());
+}
+
 ItemId ProjectTree::TargetFolder() const
 {
     const QVector<ItemId> picked = Picked();
@@ -267,15 +256,26 @@ void ProjectTree::contextMenuEvent(QContextMenuEvent *event)
 {
     QMenu menu(this);
     menu.addActions(actions());
-    emit MenuAboutToShow(&menu);
     const QVector<ItemId> picked = Picked();
+    for (QAction *action : actions()) // all but pasting is done to what is picked
+        action->setEnabled(
+            action->text() == QLatin1String(kPaste) ? !copied.isEmpty() : !picked.isEmpty());
+    QMenu *labels = menu.addMenu(QStringLiteral("Label"));
+    FillLabelMenu(labels, [this](int label) { OnLabel(label); });
+    labels->setEnabled(!picked.isEmpty());
+    emit MenuAboutToShow(&menu);
     const Item *item = picked.size() == 1 ? session.GetProject().Find(picked.first()) : nullptr;
     if (item && item->AsFootage()) {
         menu.addSeparator();
         menu.addAction(
             QStringLiteral("Relink..."), this, [this, id = item->id] { emit RelinkWanted(id); });
+        menu.addAction(QStringLiteral("Add Blank Drawing"), this,
+                [this, id = item->id] { emit BlankWanted(id); })
+            ->setEnabled(LacksBlank(*item->AsFootage()));
     }
     menu.exec(event->globalPos());
+    for (QAction *action : actions()) // their keys work whatever was picked then
+        action->setEnabled(true);
 }
 
 /// The description looks at the disk, so that it is made when it is wanted.
@@ -284,156 +284,9 @@ bool ProjectTree::viewportEvent(QEvent *event)
     if (event->type() != QEvent::ToolTip)
         return QTreeWidget::viewportEvent(event);
     const auto *help = static_cast<QHelpEvent *>(event);
-    const Item *item = session.GetProject().Find(IdOf(itemAt(help->pos())));
+    const Item *item = session.GetProject().Find(IdAt(help->pos()));
     QToolTip::showText(help->globalPos(), item ? ItemDescription(*item) : QString(), viewport());
     return true;
-}
-
-// Changes.
-
-void ProjectTree::OnOpen()
-{
-    const ItemId id = IdOf(currentItem());
-    if (session.GetProject().FindComposition(id))
-        emit CompositionOpened(id);
-    else if (currentItem() && currentItem()->childCount() > 0)
-        currentItem()->setExpanded(!currentItem()->isExpanded());
-}
-
-void ProjectTree::StartRename()
-{
-    if (currentItem())
-        editItem(currentItem(), kName);
-}
-
-/// An empty name is no name: the old one stays.
-void ProjectTree::OnItemChanged(QTreeWidgetItem *row, int column)
-{
-    const Item *item = session.GetProject().Find(IdOf(row));
-    if (filling || column != kName || !item)
-        return;
-    const QByteArray name = row->text(kName).trimmed().toUtf8();
-    if (name == item->name)
-        return;
-    if (name.isEmpty()) {
-        filling = true;
-        row->setText(kName, QString::fromUtf8(item->name));
-        filling = false;
-        return;
-    }
-    session.Do("Rename Item", [id = item->id, name](Project &p) { p.Edit(id)->name = name; });
-}
-
-void ProjectTree::OnDelete()
-{
-    const QVector<ItemId> picked = Picked();
-    if (picked.isEmpty())
-        return;
-    session.Do("Delete Items", [&](Project &project) {
-        for (const ItemId item : picked)
-            project.RemoveItem(item); // unchecked: a folder may have taken it along already
-    });
-}
-
-void ProjectTree::OnCut()
-{
-    OnCopy();
-    OnDelete();
-}
-
-void ProjectTree::OnCopy()
-{
-    const QVector<ItemId> picked = Picked();
-    if (picked.isEmpty())
-        return;
-    copied.clear();
-    for (const ItemId id : picked) {
-        const Item *item = session.GetProject().Find(id);
-        if (!item->AsFolder())
-            copied << ItemPtr(new Item(*item));
-    }
-    if (copied.size() < picked.size())
-        session.Tell(QStringLiteral("Folders are not copied, only what is picked in them"));
-}
-
-void ProjectTree::OnPaste()
-{
-    if (copied.isEmpty())
-        return;
-    const ItemId folder = TargetFolder();
-    QVector<ItemId> pasted;
-    session.Do("Paste Items", [&](Project &project) {
-        for (const ItemPtr &each : qAsConst(copied)) {
-            const Item &item = *each;
-            const QByteArray name = FreeName(project, item.name);
-            if (const Footage *footage = item.AsFootage())
-                pasted << project.AddFootage(name, *footage, folder);
-            else if (const Solid *solid = item.AsSolid())
-                pasted << project.AddSolid(name, *solid, folder);
-            else
-                pasted << project.AddComposition(
-                    name, WithSourcesOnly(*item.AsComposition(), project), folder);
-        }
-    });
-    Pick(pasted);
-}
-
-// Dragging.
-
-QStringList ProjectTree::mimeTypes() const
-{
-    return { QLatin1String(kItemsMimeType), QStringLiteral("text/uri-list") };
-}
-
-QMimeData *ProjectTree::mimeData(const QList<QTreeWidgetItem *> items) const
-{
-    QVector<ItemId> ids;
-    for (const QTreeWidgetItem *item : items)
-        ids << IdOf(item);
-    auto *data = new QMimeData;
-    PutItems(ids, data);
-    return data;
-}
-
-/// The folder under the pointer, or the one that holds the item there.
-ItemId ProjectTree::FolderAt(const QPoint &place) const
-{
-    const Item *item = session.GetProject().Find(IdOf(itemAt(place)));
-    if (!item)
-        return session.GetProject().RootFolder();
-    return item->AsFolder() ? item->id : item->parent;
-}
-
-void ProjectTree::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (!TakeItems(event->mimeData()).isEmpty() || !TakeFiles(event->mimeData()).isEmpty())
-        event->acceptProposedAction();
-}
-
-void ProjectTree::dragMoveEvent(QDragMoveEvent *event)
-{
-    QTreeWidget::dragMoveEvent(event); // scrolls at the edges
-    event->acceptProposedAction();
-}
-
-void ProjectTree::dropEvent(QDropEvent *event)
-{
-    const ItemId folder = FolderAt(event->pos());
-    const QVector<ItemId> items = TakeItems(event->mimeData());
-    const QStringList files = TakeFiles(event->mimeData());
-    event->acceptProposedAction();
-    if (!files.isEmpty())
-        emit FilesDropped(files, folder);
-    if (items.isEmpty())
-        return;
-    session.Do("Move Items", [&](Project &project) {
-        for (const ItemId item : items) {
-            const Item *moved = project.Find(item);
-            if (moved && moved->parent != folder)
-                project.MoveItem(item, folder); // unchecked: a folder is not put into itself
-        }
-    });
-    setState(NoState);
 }
 
 } // namespace rostrum

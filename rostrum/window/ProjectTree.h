@@ -5,8 +5,8 @@
 // none or several there is no active item.
 //
 // Keys, with the focus only: Return opens, F2 renames, Del deletes, Ctrl+X, C and V.
-// Items are dragged into folders, and out onto viewer and timeline (ItemDrag.h); files are dropped
-// to be imported.
+// Items are dragged into folders, onto compositions, whose layers they become, and out onto viewer
+// and timeline (ItemDrag.h); files are dropped to be imported.
 #pragma once
 
 #include "window/Session.h"
@@ -35,7 +35,10 @@ public:
 signals:
     void CompositionOpened(rostrum::ItemId item);
     void FilesDropped(const QStringList &paths, rostrum::ItemId folder);
+    /// Items were dropped on a composition.
+    void LayersWanted(const QVector<rostrum::ItemId> &items, rostrum::ItemId composition);
     void RelinkWanted(rostrum::ItemId footage);
+    void BlankWanted(rostrum::ItemId footage);
     void PickedChanged();
     /// Before the context menu shows; receivers add to it.
     void MenuAboutToShow(QMenu *menu);
@@ -58,6 +61,7 @@ private:
     void OnPickedChanged();
     void OnThumbnail(ItemId item);
     void OnOpen();
+    void OnLabel(int label);
     void OnDelete();
     void OnCut();
     void OnCopy();
@@ -67,7 +71,11 @@ private:
     void ShowItem(QTreeWidgetItem *row, const Item &item);
     void ShowMissing(QTreeWidgetItem *row, const Item &item);
     void MakePickedActive();
+    void MoveInto(ItemId folder, const QVector<ItemId> &items);
+    ItemId IdAt(const QPoint &place) const;
+    ItemId CurrentItem() const;
     ItemId FolderAt(const QPoint &place) const;
+    ItemId CompositionAt(const QPoint &place) const;
 
     Session &session;
     Thumbnails thumbnails;

@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kMessagesTold = 8;
 constexpr int kFieldWidth = 380; // pixels
+constexpr char kMovieSuffix[] = ".mp4";
 
 QSpinBox *FrameBox(const char *name, int high, int value)
 {
@@ -123,8 +124,8 @@ QString RenderDialog::ProposedPath() const
     const QDir folder = project.isEmpty() ? QDir::home() : QFileInfo(project).absoluteDir();
     const QString base
         = project.isEmpty() ? QStringLiteral("rostrum") : QFileInfo(project).completeBaseName();
-    return folder.filePath(base
-        + (target == RenderTarget::Frames ? QStringLiteral("_frames") : QStringLiteral(".mp4")));
+    return folder.filePath(
+        base + QLatin1String(target == RenderTarget::Frames ? "_frames" : kMovieSuffix));
 }
 
 void RenderDialog::OnBrowse()
@@ -173,10 +174,14 @@ RenderResult RenderDialog::Run(const Project &project, const QString &path)
 
 void RenderDialog::OnRender()
 {
-    const QString path = place->text().trimmed();
+    QString path = place->text().trimmed();
     if (path.isEmpty()) {
-        state->setText(tr("Say where to put it."));
+        Say(tr("Say where to put it."));
         return;
+    }
+    if (target == RenderTarget::Movie && QFileInfo(path).suffix().isEmpty()) {
+        path += QLatin1String(kMovieSuffix);
+        place->setText(path);
     }
     if (!MayOverwrite(path))
         return;
@@ -204,9 +209,20 @@ void RenderDialog::OnProgressed(int done, int total, double secondsLeft)
         return;
     bar->setMaximum(total);
     bar->setValue(done);
-    if (secondsLeft >= 0)
+    if (stopWanted)
+        return; // what is said of that stays
+    if (target == RenderTarget::Movie)
+        state->setText(2 * done < total ? tr("Drawing the frames...") : tr("Making the movie..."));
+    else if (secondsLeft >= 0)
         state->setText(
             tr("%1 of %2, about %3 s left").arg(done).arg(total).arg(secondsLeft, 0, 'f', 0));
+}
+
+/// A long text makes the dialog higher, which Qt does not see to.
+void RenderDialog::Say(const QString &text)
+{
+    state->setText(text);
+    state->setMinimumHeight(state->heightForWidth(state->width()));
 }
 
 void RenderDialog::OnFinished()
@@ -221,7 +237,9 @@ void RenderDialog::OnFinished()
     if (!result.error.isEmpty())
         told << result.error;
     else if (result.isCancelled)
-        told << tr("Stopped after %1 frames.").arg(result.written);
+        told << (target == RenderTarget::Movie
+                ? tr("Stopped; no movie was made.")
+                : tr("Stopped after %1 frames.").arg(result.written));
     else
         told << tr("%1 frames are in %2")
                     .arg(result.written)
@@ -230,7 +248,8 @@ void RenderDialog::OnFinished()
     told << messages.mid(0, kMessagesTold);
     if (messages.size() > kMessagesTold)
         told << tr("... and %1 more").arg(messages.size() - kMessagesTold);
-    state->setText(told.join(QLatin1Char('\n')));
+    bar->setVisible(result.Ok());
+    Say(told.join(QLatin1Char('\n')));
     session.Tell(told.first());
 }
 
@@ -242,7 +261,7 @@ void RenderDialog::reject()
     }
     stopWanted = true;
     close->setEnabled(false);
-    state->setText(tr("Stopping after this frame..."));
+    Say(tr("Stopping after this frame..."));
 }
 
 } // namespace rostrum

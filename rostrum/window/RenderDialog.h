@@ -45,6 +45,7 @@ private:
     void OnProgressed(int done, int total, double secondsLeft);
     void OnFinished();
     void OnRange();
+    void Say(const QString &text);
     RenderResult Run(const Project &project, const QString &path);
     QString ProposedPath() const;
     bool MayOverwrite(const QString &path);

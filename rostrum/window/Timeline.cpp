@@ -18,6 +18,10 @@
 namespace rostrum {
 namespace {
 
+constexpr int kWidestOutline = 600; // pixels; more room is better for the tracks
+constexpr int kReadableOutline = 360;
+constexpr int kLeastTracks = 160;
+constexpr int kOutlineShare = 42; // percent of a wide timeline
 constexpr int kZoomSteps = 100; // of the slider
 constexpr int kBehindEnd = 40; // pixels that can be seen beyond the last frame
 
@@ -105,15 +109,14 @@ Timeline::Timeline(Session &session, QWidget *parent)
     : QWidget(parent), session(session), board(new TimelineBoard(session, this))
 {
     setObjectName(QStringLiteral("timeline"));
-    auto *splitter = new PlainSplitter(Qt::Horizontal, this);
+    splitter = new PlainSplitter(Qt::Horizontal, this);
     splitter->setObjectName(QStringLiteral("spTimeline"));
     splitter->setChildrenCollapsible(false);
     splitter->setHandleWidth(3);
     splitter->addWidget(NewLeft());
     splitter->addWidget(NewRight());
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({ 500, 700 });
+    splitter->widget(0)->setMaximumWidth(kWidestOutline);
+    connect(splitter, &QSplitter::splitterMoved, this, [this] { isSplitByHand = true; });
     sb_Y = new QScrollBar(Qt::Vertical, this);
     sb_Y->setObjectName(QStringLiteral("sb_Y"));
     sb_Y->setSingleStep(TimelineRows::kRowHeight);
@@ -291,6 +294,7 @@ void Timeline::OnFit()
     TimeScale scale = board->Scale();
     scale.Fit(session.FrameCount(), tracks->width() - kBehindEnd);
     board->SetScale(scale);
+    fittedScale = board->Scale().PixelsPerFrame();
 }
 
 void Timeline::OnZoomSlider(int value)
@@ -377,12 +381,26 @@ void Timeline::ShowRow(int row)
         board->SetScrollY(bottom - tracks->height());
 }
 
-/// What fits is known when the tracks have their size: the splitter, too, gives them another.
+/// The outline is as wide as it takes to read the files' names, until the user decides.
+void Timeline::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const int readable = qMin(kReadableOutline, width() - kLeastTracks);
+    const int outlineWidth = qMin(qMax(width() * kOutlineShare / 100, readable), kWidestOutline);
+    if (!isSplitByHand)
+        splitter->setSizes({ outlineWidth, width() - outlineWidth });
+}
+
+/// What fits is known when the tracks have their size: the splitter, too, gives them another. What
+/// was fitted stays so until the user zooms.
 bool Timeline::eventFilter(QObject *object, QEvent *event)
 {
     if (object == tracks && event->type() == QEvent::Resize) {
+        const bool wasFitted = board->Scale().PixelsPerFrame() == fittedScale;
         OnScrolled();
         OnCompositionChanged();
+        if (wasFitted && tracks->width() > kBehindEnd)
+            OnFit();
     }
     return QWidget::eventFilter(object, event);
 }

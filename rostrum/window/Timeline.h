@@ -23,6 +23,7 @@ QT_FORWARD_DECLARE_CLASS(QAction)
 QT_FORWARD_DECLARE_CLASS(QLabel)
 QT_FORWARD_DECLARE_CLASS(QScrollBar)
 QT_FORWARD_DECLARE_CLASS(QSlider)
+QT_FORWARD_DECLARE_CLASS(QSplitter)
 
 namespace rostrum {
 
@@ -56,6 +57,7 @@ signals:
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     QWidget *NewBar();
@@ -78,6 +80,7 @@ private:
     TimelineOutline *outline;
     TimelineRuler *ruler;
     TimelineTracks *tracks;
+    QSplitter *splitter;
     QScrollBar *sb_X;
     QScrollBar *sb_Y;
     QSlider *slZoom;
@@ -86,6 +89,8 @@ private:
     QList<QAction *> keyActions;
     QAction *acDelete;
     ItemId fitted = 0; // the composition that the scale was last fitted to
+    double fittedScale = 0; // pixels a frame
+    bool isSplitByHand = false;
     bool following = false; // the scroll bars are being set
 };
 

@@ -35,7 +35,7 @@ int OutlineCells::ValuesFrom() const
 QRect OutlineCells::Rect(Cell cell, int top, int component) const
 {
     const int high = TimelineRows::kRowHeight - 1;
-    const int parent = qMin(kWidestParent, (width - ValuesFrom()) / 2);
+    const int parent = qMin(kWidestParent, (width - ValuesFrom()) * 2 / 5);
     const auto span = [&](int left, int right) { return QRect(left, top, right - left, high); };
     switch (cell) {
     case Arrow:
@@ -107,7 +107,21 @@ TimelineOutline::TimelineOutline(TimelineBoard &board, QWidget *parent)
     };
     connect(&board, &TimelineBoard::SigChanged, this, follow);
     connect(&board, &TimelineBoard::SigScrolled, this, follow);
-    connect(&board.GetSession(), &Session::TimeChanged, this, [this] { update(); });
+    connect(&board.GetSession(), &Session::TimeChanged, this, &TimelineOutline::OnTimeChanged);
+}
+
+/// While a composition plays the drawings and the values on keys change, and the rest stays.
+void TimelineOutline::OnTimeChanged()
+{
+    const OutlineCells cells(width());
+    for (int index = 0; index < board.Rows().Count(); ++index) {
+        const TimelineRow &row = board.Rows().At(index);
+        const Stream *stream = board.StreamOf(row);
+        if (row.isLayer)
+            update(cells.Rect(OutlineCells::Drawing, TopOf(index)));
+        else if (row.stream.id.IsTimeRemap() || (stream && stream->HasKeys()))
+            update(0, TopOf(index), width(), TimelineRows::kRowHeight);
+    }
 }
 
 int TimelineOutline::RowAt(const QPoint &place) const

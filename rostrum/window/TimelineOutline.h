@@ -85,11 +85,16 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    void OnTimeChanged();
     int RowAt(const QPoint &place) const;
     int TopOf(int row) const { return TimelineRows::TopOf(row) - board.ScrollY(); }
 
-    void DrawRow(QPainter &painter, int row);
-    void DrawLayer(QPainter &painter, const TimelineRow &row, const Layer &layer, int top);
+    void DrawRow(QPainter &painter, int row, const QRegion &dirty);
+    void DrawLayer(QPainter &painter, const TimelineRow &row, const Layer &layer, int top,
+        const QRegion &dirty);
+    void DrawNumberAndName(
+        QPainter &painter, const TimelineRow &row, const Layer &layer, QRect place);
+    void DrawParent(QPainter &painter, const Layer &layer, QRect place);
     void DrawStream(QPainter &painter, const TimelineRow &row, const Layer &layer, int top);
     void DrawKeyButton(QPainter &painter, const TimelineRow &row, int top);
     void DrawDrop(QPainter &painter);

@@ -55,15 +55,17 @@ void TimelineOutline::paintEvent(QPaintEvent *event)
     const int first = qMax(0, (event->rect().top() + board.ScrollY()) / high);
     const int last
         = qMin(board.Rows().Count() - 1, (event->rect().bottom() + board.ScrollY()) / high);
-    for (int row = first; row <= last; ++row)
-        DrawRow(painter, row);
+    for (int row = first; row <= last; ++row) {
+        if (event->region().intersects(QRect(0, TopOf(row), width(), high)))
+            DrawRow(painter, row, event->region());
+    }
     if (dragging)
         DrawDrop(painter);
     painter.setPen(colors.line);
     painter.drawLine(width() - 1, 0, width() - 1, height());
 }
 
-void TimelineOutline::DrawRow(QPainter &painter, int index)
+void TimelineOutline::DrawRow(QPainter &painter, int index, const QRegion &dirty)
 {
     const TimelineColors colors(palette());
     const TimelineRow &row = board.Rows().At(index);
@@ -81,42 +83,56 @@ void TimelineOutline::DrawRow(QPainter &painter, int index)
     painter.drawLine(place.bottomLeft(), place.bottomRight());
     painter.setPen(colors.text);
     if (row.isLayer)
-        DrawLayer(painter, row, *layer, top);
+        DrawLayer(painter, row, *layer, top, dirty);
     else
         DrawStream(painter, row, *layer, top);
 }
 
+/// While a composition plays only the drawing is dirty; the other cells are not even laid out then.
 void TimelineOutline::DrawLayer(
-    QPainter &painter, const TimelineRow &row, const Layer &layer, int top)
+    QPainter &painter, const TimelineRow &row, const Layer &layer, int top, const QRegion &dirty)
 {
-    const TimelineColors colors(palette());
     const OutlineCells cells(width());
+    const QRect drawing = cells.Rect(OutlineCells::Drawing, top);
+    if (ImageCount(board.Shown(), layer) > 0) {
+        const Time time = board.GetRate().FrameTime(board.GetSession().CurrentFrame());
+        painter.setPen(TimelineColors(palette()).faintText);
+        DrawImageText(
+            painter, drawing, ImageText(board.Shown(), layer, ImageAt(board.Shown(), layer, time)));
+    }
+    if ((dirty & QRect(0, top, width(), drawing.height())).subtracted(drawing).isEmpty())
+        return;
     const QRect arrow = cells.Rect(OutlineCells::Arrow, top);
+    painter.setPen(TimelineColors(palette()).text);
     DrawTriangle(painter, QRectF(arrow).center(), 4, board.IsUnfolded(row.layer) ? 90 : 0);
     const QRect swatch = cells.Rect(OutlineCells::Swatch, top).adjusted(0, 4, 0, -4);
     painter.fillRect(swatch, LabelColor(layer.label));
+    DrawNumberAndName(painter, row, layer, cells.Rect(OutlineCells::Name, top));
+    DrawParent(painter, layer, cells.Rect(OutlineCells::Parent, top));
+}
 
-    QRect name = cells.Rect(OutlineCells::Name, top);
+void TimelineOutline::DrawNumberAndName(
+    QPainter &painter, const TimelineRow &row, const Layer &layer, QRect place)
+{
+    const TimelineColors colors(palette());
     painter.setPen(colors.faintText);
     const QString number = QString::number(row.index + 1);
-    painter.drawText(name, Qt::AlignVCenter | Qt::AlignLeft, number);
-    name.setLeft(name.left() + qMax(22, fontMetrics().horizontalAdvance(number) + 8));
+    painter.drawText(place, Qt::AlignVCenter | Qt::AlignLeft, number);
+    place.setLeft(place.left() + qMax(22, fontMetrics().horizontalAdvance(number) + 8));
     painter.setPen(colors.text);
-    DrawElided(painter, name, LayerText(board.Shown(), layer));
+    DrawElided(painter, place, LayerText(board.Shown(), layer));
+}
 
+void TimelineOutline::DrawParent(QPainter &painter, const Layer &layer, QRect place)
+{
+    const TimelineColors colors(palette());
     painter.setPen(colors.faintText);
-    if (ImageCount(board.Shown(), layer) > 0) {
-        const Time time = board.GetRate().FrameTime(board.GetSession().CurrentFrame());
-        DrawImageText(painter, cells.Rect(OutlineCells::Drawing, top),
-            ImageText(board.Shown(), layer, ImageAt(board.Shown(), layer, time)));
-    }
-    QRect parent = cells.Rect(OutlineCells::Parent, top);
-    DrawTriangle(painter, QPointF(parent.right() - 5, QRectF(parent).center().y()), 3, 90);
-    parent.setRight(parent.right() - 12);
+    DrawTriangle(painter, QPointF(place.right() - 5, QRectF(place).center().y()), 3, 90);
+    place.setRight(place.right() - 12);
     const Composition *composition = board.ShownComp();
     const int index = layer.parent && composition ? composition->IndexOf(layer.parent) : -1;
     painter.setPen(index < 0 ? colors.faintText : colors.text);
-    DrawElided(painter, parent,
+    DrawElided(painter, place,
         index < 0 ? tr("None")
                   : QStringLiteral("%1  %2").arg(index + 1).arg(
                       LayerText(board.Shown(), *composition->layers[index])));

@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kNotch = 1.25; // zoom for a notch of the wheel
 constexpr int kScrollNotch = 60; // pixels
+constexpr int kMarkReach = 8; // pixels to each side of the middle
 
 } // namespace
 
@@ -42,23 +43,32 @@ TimelineRuler::TimelineRuler(TimelineBoard &board, QWidget *parent) : QWidget(pa
     setToolTip(tr("Frames, counted from 1 as on the sheet. Drag to move the current time"));
     connect(&board, &TimelineBoard::SigChanged, this, [this] { update(); });
     connect(&board, &TimelineBoard::SigScrolled, this, [this] { update(); });
-    connect(&board.GetSession(), &Session::TimeChanged, this, [this] { update(); });
+    connect(&board.GetSession(), &Session::TimeChanged, this, &TimelineRuler::OnTimeChanged);
 }
 
-void TimelineRuler::paintEvent(QPaintEvent *)
+/// While a composition plays only the mark moves.
+void TimelineRuler::OnTimeChanged()
+{
+    for (const int frame : { markedFrame, board.GetSession().CurrentFrame() })
+        update(QRectF(board.Scale().MiddleOf(frame) - kMarkReach, 0, 2 * kMarkReach, height())
+                   .toAlignedRect());
+}
+
+void TimelineRuler::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
+    markedFrame = board.GetSession().CurrentFrame();
     const TimelineColors colors(palette());
     painter.fillRect(rect(), colors.row);
     if (board.ShownComp()) {
-        DrawTicks(painter);
+        DrawTicks(painter, event->rect());
         DrawNow(painter);
     }
     painter.setPen(colors.line);
     painter.drawLine(0, height() - 1, width(), height() - 1);
 }
 
-void TimelineRuler::DrawTicks(QPainter &painter)
+void TimelineRuler::DrawTicks(QPainter &painter, const QRect &part)
 {
     const TimelineColors colors(palette());
     const TimeScale &scale = board.Scale();
@@ -67,12 +77,12 @@ void TimelineRuler::DrawTicks(QPainter &painter)
         colors.streamRow);
     const int widest = fontMetrics().horizontalAdvance(QString::number(count)) + 12;
     const int step = scale.LabelStep(board.GetRate(), widest);
-    const int last = qMin(count - 1, scale.FrameAt(width()));
+    const int first = scale.FrameAt(part.left() - widest); // whose label may reach in
+    const int last = qMin(count - 1, scale.FrameAt(part.right()));
     const bool each = scale.PixelsPerFrame() >= 4;
     const int small = each ? 1 : step;
     // Labels count from 1 and stand at round numbers of that count: 1, 6, 11 would help nobody.
-    for (int number = qMax(0, scale.FrameAt(0)) / small * small; number <= last + 1;
-         number += small) {
+    for (int number = qMax(0, first) / small * small; number <= last + 1; number += small) {
         const int frame = qMax(0, number - 1);
         const bool isLabelled = number % step == 0;
         const double x = std::round(scale.LeftOf(frame)) + 0.5;

@@ -27,10 +27,12 @@ protected:
 
 private:
     void Scrub(const QPoint &place);
-    void DrawTicks(QPainter &painter);
+    void OnTimeChanged();
+    void DrawTicks(QPainter &painter, const QRect &part);
     void DrawNow(QPainter &painter);
 
     TimelineBoard &board;
+    int markedFrame = 0; // the current one when it was drawn last
 };
 
 /// The wheel over ruler and tracks: turned alone it zooms at the cursor over the ruler and scrolls

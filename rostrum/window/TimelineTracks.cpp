@@ -27,9 +27,9 @@ TimelineTracks::TimelineTracks(TimelineBoard &board, QWidget *parent)
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumSize(100, 2 * TimelineRows::kRowHeight);
-    connect(&board, &TimelineBoard::SigChanged, this, [this] { update(); });
-    connect(&board, &TimelineBoard::SigScrolled, this, [this] { update(); });
-    connect(&board.GetSession(), &Session::TimeChanged, this, [this] { update(); });
+    connect(&board, &TimelineBoard::SigChanged, this, &TimelineTracks::OnChanged);
+    connect(&board, &TimelineBoard::SigScrolled, this, &TimelineTracks::OnChanged);
+    connect(&board.GetSession(), &Session::TimeChanged, this, &TimelineTracks::OnTimeChanged);
 }
 
 QString TimelineTracks::HintAt(const QPoint &place) const
@@ -51,6 +51,12 @@ QString TimelineTracks::HintAt(const QPoint &place) const
     return image < 0 && ImageCount(board.Shown(), *layer) == 0
         ? LayerText(board.Shown(), *layer)
         : ImageText(board.Shown(), *layer, image);
+}
+
+void TimelineTracks::changeEvent(QEvent *event)
+{
+    OnChanged(); // colours, or the font
+    QWidget::changeEvent(event);
 }
 
 bool TimelineTracks::event(QEvent *event)

@@ -11,6 +11,7 @@
 
 #include "TimelineHit.h"
 
+#include <QPixmap>
 #include <QWidget>
 
 namespace rostrum {
@@ -34,6 +35,7 @@ signals:
 
 protected:
     bool event(QEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -44,6 +46,9 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void OnChanged();
+    void OnTimeChanged();
+    void DrawRows();
     void DrawRow(QPainter &painter, int row, const QRectF &place);
     void DrawLayer(QPainter &painter, const Layer &layer, const QRectF &place);
     void DrawUndrawn(QPainter &painter, const Layer &layer, const QRectF &bar);
@@ -62,6 +67,8 @@ private:
     void ShowCursor(TimelineHit::Kind kind);
 
     TimelineBoard &board;
+    QPixmap rows; // as they were drawn last; null when they have changed since
+    int markedFrame = 0; // the current one when it was drawn last
 
     // The drag under way.
     bool held = false; // the button is down

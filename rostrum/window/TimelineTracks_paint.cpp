@@ -5,6 +5,7 @@
 #include "TimelineTracks.h"
 
 #include <QPaintEvent>
+#include <QtMath>
 
 #include <cmath>
 
@@ -42,21 +43,48 @@ void ForSeenKeys(const Stream &stream, const Layer &layer, const Rate &rate, con
 
 } // namespace
 
+void TimelineTracks::OnChanged()
+{
+    rows = QPixmap();
+    update();
+}
+
+/// While a composition plays the mark of the current time moves, and the rows stay.
+void TimelineTracks::OnTimeChanged()
+{
+    const TimeScale &scale = board.Scale();
+    const int wide = qCeil(scale.PixelsPerFrame()) + 4;
+    for (const int frame : { markedFrame, board.GetSession().CurrentFrame() })
+        update(QRectF(scale.LeftOf(frame) - 2, 0, wide, height()).toAlignedRect());
+}
+
 void TimelineTracks::paintEvent(QPaintEvent *event)
 {
+    if (rows.size() != size() * devicePixelRatioF())
+        DrawRows();
     QPainter painter(this);
-    const TimelineColors colors(palette());
-    painter.fillRect(event->rect(), colors.streamRow);
-    const Composition *composition = board.ShownComp();
-    if (!composition)
+    for (const QRect &part : event->region())
+        painter.drawPixmap(part.topLeft(), rows,
+            QRectF(part.topLeft() * devicePixelRatioF(), part.size() * devicePixelRatioF()));
+    markedFrame = board.GetSession().CurrentFrame();
+    if (board.ShownComp())
+        DrawOver(painter);
+}
+
+void TimelineTracks::DrawRows()
+{
+    rows = QPixmap(size() * devicePixelRatioF());
+    rows.setDevicePixelRatio(devicePixelRatioF());
+    rows.fill(TimelineColors(palette()).streamRow);
+    if (!board.ShownComp())
         return;
+    QPainter painter(&rows);
+    painter.setFont(font());
     const int high = TimelineRows::kRowHeight;
-    const int first = qMax(0, (event->rect().top() + board.ScrollY()) / high);
-    const int last
-        = qMin(board.Rows().Count() - 1, (event->rect().bottom() + board.ScrollY()) / high);
+    const int first = qMax(0, board.ScrollY() / high);
+    const int last = qMin(board.Rows().Count() - 1, (height() + board.ScrollY()) / high);
     for (int row = first; row <= last; ++row)
         DrawRow(painter, row, QRectF(0, TimelineRows::TopOf(row) - board.ScrollY(), width(), high));
-    DrawOver(painter);
 }
 
 void TimelineTracks::DrawRow(QPainter &painter, int index, const QRectF &place)

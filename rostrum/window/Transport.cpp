@@ -65,6 +65,8 @@ Transport::Transport(Session &session, QWidget *parent) : QWidget(parent), sessi
     lbDropped->setObjectName(QStringLiteral("lbDropped"));
     lbDropped->setForegroundRole(QPalette::BrightText);
     lbDropped->setToolTip(tr("Frames that came too late to be shown since playing started"));
+    // Its place is kept free: the docks around must not move while it plays.
+    lbDropped->setFixedWidth(lbDropped->fontMetrics().horizontalAdvance(tr("%1 dropped").arg(999)));
     layout->addWidget(lbDropped);
     MakeIcons();
 

@@ -26,6 +26,7 @@ public:
     rostrum::Host host;
     rostrum::MainWindow &Window() { return *window; }
     rostrum::Session &Session() { return window->GetSession(); }
+    QString DataFolder() const { return own.path(); }
 
     /// Opens a menu and clicks the entry that begins so. What it opens has been answered when this
     /// returns. @return false when there is no such entry, or it is grey

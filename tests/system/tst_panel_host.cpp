@@ -1,5 +1,7 @@
 #include "PanelStage.h"
 
+#include <QScreen>
+
 using namespace rostrum;
 using testing::PanelStage;
 
@@ -24,6 +26,7 @@ private slots:
 
     void theSheetShowsTheComposition();
     void switchingTheCompositionSwitchesThePanel();
+    void theGraphShowsAnotherCompositionAtOnce();
     void twoCompositionsOfOneNameAreNotToldApart();
     void aRenamedCompositionLooksLikeAnotherOne();
     void aRemovedCompositionStaysOnShowUntilAnotherItemIsActive();
@@ -114,6 +117,33 @@ void TestPanelHost::switchingTheCompositionSwitchesThePanel()
     QCOMPARE(stage->Title(), QStringLiteral("scene 7"));
     QCOMPARE(stage->Sheet()->columnCount(), 4);
     QCOMPARE(stage->Shown(kRun), stage->SheetOf(kRun));
+}
+
+void TestPanelHost::theGraphShowsAnotherCompositionAtOnce()
+{
+    const auto onScreen = [this] {
+        stage->Settle();
+        const QWidget *graph = stage->Graph();
+        const QWidget *window = graph->window();
+        const QRect place(graph->mapTo(window, QPoint(0, 0)), graph->size());
+        return window->screen()->grabWindow(window->winId()).toImage().copy(place);
+    };
+    const auto afresh = [this] { return stage->Graph()->grab().toImage(); };
+    const QImage before = onScreen();
+    QCOMPARE(before, afresh().convertToFormat(before.format()));
+
+    stage->Document().view.activeItem = AddScene("two layers");
+    stage->Idle();
+    const QImage after = onScreen();
+    QVERIFY(after != before);
+    QCOMPARE(after, afresh().convertToFormat(after.format()));
+
+    // A layer that the user removes in the host is gone with "Update".
+    QVERIFY(stage->Edit().RemoveLayer(stage->Document().view.activeItem,
+        stage->Edit().FindComposition(stage->Document().view.activeItem)->layers[0]->id));
+    stage->CloseChange();
+    stage->Click(stage->Panel()->findChild<QWidget *>(QStringLiteral("pbRefresh")));
+    QVERIFY(onScreen() != after);
 }
 
 void TestPanelHost::twoCompositionsOfOneNameAreNotToldApart()

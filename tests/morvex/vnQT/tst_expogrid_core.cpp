@@ -68,6 +68,7 @@ private slots:
     void aTypedTextBecomesANumber();
     void aTypedCellIsOneUndoStepAndAnnouncedInside();
     void keysThatAnOpenEditorLeavesOverRunNoCommand();
+    void keysTypedAheadAreNotLost();
     void aTypedCellThatIsRefusedIsNotAnnounced();
     void aTypedCellOfAFixedColumnIsAnnouncedAndGoesOnShowingTheText();
     void aChangeWithoutAnItemIsAnEmptyUndoStep();
@@ -630,6 +631,36 @@ void TestExpoGridCore::keysThatAnOpenEditorLeavesOverRunNoCommand()
     QTRY_VERIFY(!grid.viewport()->findChild<QLineEdit *>());
     robot.Key(Qt::Key_Return);
     QCOMPARE(grid.undoSteps, QStringList{ QStringLiteral("morvex:Repeat") });
+}
+
+/// Keys that have piled up while the program was busy come without anything between them.
+void TestExpoGridCore::keysTypedAheadAreNotLost()
+{
+    RecordingGrid grid;
+    FillSheet(grid);
+    GridRobot robot(grid);
+    robot.Click(1, 2);
+    grid.activateWindow();
+    QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget *>(&grid));
+    const auto type = [](int key, const QString &text = {}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QApplication::sendEvent(QApplication::focusWidget(), &press);
+    };
+    type(Qt::Key_3, QStringLiteral("3"));
+    type(Qt::Key_Return);
+    type(Qt::Key_Return); // Repeat, to the next change, which is the next cell
+    type(Qt::Key_Down);
+    type(Qt::Key_9, QStringLiteral("9"));
+    type(Qt::Key_1, QStringLiteral("1"));
+    type(Qt::Key_Return);
+    type(Qt::Key_Down);
+    type(Qt::Key_4, QStringLiteral("4"));
+    type(Qt::Key_Return);
+
+    QCOMPARE(grid.undoSteps,
+        (QStringList{ QStringLiteral("morvex:EditCell"), QStringLiteral("morvex:Repeat"),
+            QStringLiteral("morvex:EditCell"), QStringLiteral("morvex:EditCell") }));
+    QCOMPARE(grid.Column(1), (QVector<int>{ 5, 6, 3, 91, 4, 10, 11, 12 }));
 }
 
 void TestExpoGridCore::aTypedCellThatIsRefusedIsNotAnnounced()

@@ -111,6 +111,7 @@ private slots:
     void aMissingDrawingKeepsItsPlace();
     void aValueThatIsNoNumberIsNotSaved_data();
     void aValueThatIsNoNumberIsNotSaved();
+    void aFileNameThatIsNoTextIsNotSaved();
     void aFileThatCannotBeWrittenIsTold();
     void whatIsNoProjectIsRefused_data();
     void whatIsNoProjectIsRefused();
@@ -263,6 +264,21 @@ void TestProjectFile::aValueThatIsNoNumberIsNotSaved()
 
     QVERIFY2(
         error.contains(QStringLiteral("items[1].layers[0].rotation.value")), qPrintable(error));
+    QCOMPARE(Content(PathOf("a.rostrum")), before);
+}
+
+void TestProjectFile::aFileNameThatIsNoTextIsNotSaved()
+{
+    Project project;
+    QCOMPARE(SaveProject(project, PathOf("a.rostrum")), QString());
+    const QByteArray before = Content(PathOf("a.rostrum"));
+    Footage footage = Series(2);
+    footage.files[1] = QStringLiteral("walk") + QChar(0xd800); // half of a surrogate pair
+    project.AddFootage("walk", footage);
+
+    const QString error = SaveProject(project, PathOf("a.rostrum"));
+
+    QVERIFY2(error.contains(QStringLiteral("items[1].files[1]: it is no text")), qPrintable(error));
     QCOMPARE(Content(PathOf("a.rostrum")), before);
 }
 

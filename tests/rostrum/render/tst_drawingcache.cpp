@@ -21,6 +21,8 @@ private slots:
     void aDrawingWithHolesIsPremultiplied();
     void anOpaqueDrawingIsKnownToBeOpaque_data();
     void anOpaqueDrawingIsKnownToBeOpaque();
+    void theDrawnPartIsKnown_data();
+    void theDrawnPartIsKnown();
     void theLeastRecentlyUsedGoesFirst();
     void theLimitIsKept();
     void aDrawingLargerThanTheLimitIsReadAndNotKept();
@@ -109,6 +111,34 @@ void TestDrawingCache::anOpaqueDrawingIsKnownToBeOpaque()
     QVERIFY(drawing.IsOpaque());
     QVERIFY(!drawing.isBlank);
     QCOMPARE(drawing.image.pixel(1, 1), qRgb(10, 10, 10));
+}
+
+void TestDrawingCache::theDrawnPartIsKnown_data()
+{
+    QTest::addColumn<QVector<QPoint>>("pixels");
+    QTest::addColumn<QRect>("expected");
+    QTest::newRow("nothing") << QVector<QPoint>() << QRect();
+    QTest::newRow("the first pixel") << QVector<QPoint>{ { 0, 0 } } << QRect(0, 0, 1, 1);
+    QTest::newRow("the last pixel") << QVector<QPoint>{ { 8, 6 } } << QRect(8, 6, 1, 1);
+    QTest::newRow("one inside") << QVector<QPoint>{ { 4, 3 } } << QRect(4, 3, 1, 1);
+    QTest::newRow("far apart") << QVector<QPoint>{ { 5, 1 }, { 2, 4 } } << QRect(2, 1, 4, 4);
+    QTest::newRow("two corners") << QVector<QPoint>{ { 8, 0 }, { 0, 6 } } << QRect(0, 0, 9, 7);
+}
+
+void TestDrawingCache::theDrawnPartIsKnown()
+{
+    QFETCH(QVector<QPoint>, pixels);
+    QFETCH(QRect, expected);
+    QImage image(9, 7, QImage::Format_ARGB32);
+    image.fill(qRgba(255, 255, 255, 0)); // clear, whatever colour it would have
+    for (const QPoint &pixel : qAsConst(pixels))
+        image.setPixel(pixel, qRgba(0, 0, 0, 1));
+    const QString path = folder->filePath(QStringLiteral("a.png"));
+    QVERIFY(image.save(path));
+    const Drawing drawing = DrawingCache().Get(path);
+    QCOMPARE(drawing.drawn, expected);
+    QCOMPARE(drawing.isBlank, pixels.isEmpty());
+    QCOMPARE(DrawingCache().Get(Make(QStringLiteral("full.png"))).drawn, QRect(0, 0, 64, 32));
 }
 
 void TestDrawingCache::theLeastRecentlyUsedGoesFirst()

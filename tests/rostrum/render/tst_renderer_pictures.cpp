@@ -3,6 +3,9 @@
 
 #include "testing/TestMain.h"
 
+#include <QPainter>
+#include <QTemporaryDir>
+
 using namespace rostrum;
 using namespace testing;
 
@@ -40,6 +43,8 @@ private slots:
     void aTransformHasItsReference_data();
     void aTransformHasItsReference();
     void aDrawingAtAQuarterOfItsSizeShowsAllItsPixels();
+    void whatLiesClearAroundADrawingChangesNothing_data();
+    void whatLiesClearAroundADrawingChangesNothing();
     void opacityThinsTheDrawing();
     void theLayerOfIndex0LiesOnTop();
     void blurHasItsReference_data();
@@ -113,6 +118,58 @@ void TestRendererPictures::aDrawingAtAQuarterOfItsSizeShowsAllItsPixels()
     scene.PutCorner(layer, 20, 10);
     scene.SetStream(layer, kScale, 25, 25);
     QCOMPARE(BlendedDiffers(scene.Frame(), QStringLiteral("ref-quarter.png")), QString());
+}
+
+void TestRendererPictures::whatLiesClearAroundADrawingChangesNothing_data()
+{
+    QTest::addColumn<QPointF>("position");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<double>("rotation");
+    QTest::newRow("as it is") << QPointF(48, 36) << 100.0 << 0.0;
+    QTest::newRow("moved by part of a pixel") << QPointF(48.25, 35.5) << 100.0 << 0.0;
+    QTest::newRow("turned") << QPointF(48, 36) << 100.0 << 31.0;
+    QTest::newRow("turned, larger") << QPointF(40, 30) << 260.0 << -17.0;
+    QTest::newRow("turned, smaller") << QPointF(48, 36) << 70.0 << 200.0;
+    QTest::newRow("averaged down") << QPointF(48, 36) << 37.0 << 12.0;
+    QTest::newRow("averaged down twice") << QPointF(50.5, 36) << 19.0 << 0.0;
+    QTest::newRow("half out of the frame") << QPointF(3, 70) << 120.0 << 45.0;
+    QTest::newRow("enormous") << QPointF(48, 36) << 40000.0 << 20.0;
+}
+
+/// A drawing with two hardly visible corners is drawn whole, one without them only where it is
+/// drawn.
+void TestRendererPictures::whatLiesClearAroundADrawingChangesNothing()
+{
+    QFETCH(QPointF, position);
+    QFETCH(double, scale);
+    QFETCH(double, rotation);
+    QImage drawing(120, 90, QImage::Format_ARGB32);
+    drawing.fill(Qt::transparent);
+    QPainter painter(&drawing);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::black, 3));
+    painter.setBrush(QColor(240, 150, 30));
+    painter.drawEllipse(QPointF(63.5, 47), 24, 15);
+    painter.end();
+    const QTemporaryDir folder;
+    const QString part = folder.filePath(QStringLiteral("part.png"));
+    const QString whole = folder.filePath(QStringLiteral("whole.png"));
+    QVERIFY(drawing.save(part));
+    drawing.setPixel(0, 0, qRgba(0, 0, 0, 1));
+    drawing.setPixel(119, 89, qRgba(0, 0, 0, 1));
+    QVERIFY(drawing.save(whole));
+    const auto frame = [&](const QString &path) {
+        RenderFixture scene;
+        const LayerId layer = scene.AddLayer(scene.AddStill(path));
+        scene.Place(layer, QPointF(60, 45), position);
+        scene.SetStream(layer, kScale, scale, scale);
+        scene.SetStream(layer, kRotation, rotation);
+        return scene.Frame();
+    };
+    const Difference difference = Compare(frame(part), frame(whole));
+    QVERIFY2(difference.mean <= kExactMean && difference.largest <= kBlendedLargest,
+        qPrintable(
+            QStringLiteral("mean %1, largest %2").arg(difference.mean).arg(difference.largest)));
 }
 
 void TestRendererPictures::opacityThinsTheDrawing()

@@ -7,10 +7,12 @@
 #include "window/MainWindow.h"
 #include "window/ProjectTree.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QSpinBox>
 #include <QTemporaryDir>
 
 namespace testing {
@@ -133,6 +135,21 @@ inline void TypePath(QDialog &dialog, const QString &path)
     name->selectAll();
     testing::TypeText(name, path);
     QTest::keyClick(name, Qt::Key_Return);
+}
+
+/// Replaces what a field of a dialog holds.
+inline void Type(QDialog &dialog, const char *field, const QString &text)
+{
+    auto *edit = dialog.findChild<QWidget *>(QLatin1String(field));
+    QVERIFY2(edit, field);
+    edit->setFocus();
+    if (auto *box = qobject_cast<QSpinBox *>(edit))
+        box->selectAll();
+    else if (auto *combo = qobject_cast<QComboBox *>(edit))
+        combo->lineEdit()->selectAll();
+    else
+        qobject_cast<QLineEdit *>(edit)->selectAll();
+    TypeText(edit, text);
 }
 
 } // namespace testing

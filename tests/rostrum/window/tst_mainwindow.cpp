@@ -4,33 +4,20 @@
 #include "window/HistoryList.h"
 #include "window/MessageLog.h"
 
-#include <QComboBox>
+#include <QDesktopServices>
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QSpinBox>
+#include <QUrl>
 
 using testing::ClickButton;
 using testing::DialogHand;
+using testing::Type;
 using testing::TypePath;
 using testing::WindowFixture;
 using testing::WriteSeries;
 
 namespace {
-
-void Type(QDialog &dialog, const char *field, const QString &text)
-{
-    auto *edit = dialog.findChild<QWidget *>(QLatin1String(field));
-    QVERIFY2(edit, field);
-    edit->setFocus();
-    if (auto *box = qobject_cast<QSpinBox *>(edit))
-        box->selectAll();
-    else if (auto *combo = qobject_cast<QComboBox *>(edit))
-        combo->lineEdit()->selectAll();
-    else
-        qobject_cast<QLineEdit *>(edit)->selectAll();
-    testing::TypeText(edit, text);
-}
 
 DialogHand Press(const char *button)
 {
@@ -38,6 +25,18 @@ DialogHand Press(const char *button)
 }
 
 } // namespace
+
+/// Stands in for what shows pages here.
+class Browser : public QObject
+{
+    Q_OBJECT
+
+public slots:
+    void OnUrl(const QUrl &url) { shown = url.toLocalFile(); }
+
+public:
+    QString shown;
+};
 
 /// The window, its menus and dialogs, by mouse and keys.
 class TestMainWindow : public QObject
@@ -63,6 +62,7 @@ private slots:
     void aCompositionIsMadeFromADrawing();
     void layersOfEachKindAreMade();
     void selectedLayersAreRenamedLabelledDuplicatedAndDeleted();
+    void severalLayersAreChangedInOneStep();
     void effectsAreAppliedAndRemoved();
     void undoAndRedoAreNamedInTheMenu();
     void theHistoryListGoesToAnyState();
@@ -70,6 +70,7 @@ private slots:
     void keysOfTheSheetAreNotTheWindows();
     void docksAreShownAndKeptBetweenRuns();
     void helpShowsTheVersion();
+    void helpOpensTheUserGuide();
     void framesAreRenderedFromTheMenu();
     void withoutACompositionRenderingTells();
     void messagesAreShownAndKept();
@@ -297,9 +298,10 @@ void TestMainWindow::drawingsAreImportedByTheDialog()
 
     QVERIFY(hand.Answered());
     QCOMPARE(fixture.ItemNames(), QStringList{ QStringLiteral("walk[0001-0006].png") });
-    QCOMPARE(fixture.Message(),
-        QStringLiteral("walk[0001-0006].png: missing: 4; the numbers in a sheet close up over "
-                       "them"));
+    QVERIFY2(fixture.Message().startsWith(
+                 QStringLiteral("walk[0001-0006].png: missing: 4; the numbers in a sheet close up "
+                                "over them; there is no drawing 0")),
+        qPrintable(fixture.Message()));
     QCOMPARE(fixture.Tree().Picked().size(), 1);
     QCOMPARE(fixture.Session().GetDocument().UndoNames().last(), QByteArray("Import Drawings"));
 }
@@ -340,7 +342,12 @@ void TestMainWindow::theCompositionDialogTakesSizeRateAndLength()
         const auto ok = std::find_if(buttons.begin(), buttons.end(),
             [](QPushButton *b) { return b->text().contains(QStringLiteral("OK")); });
         QVERIFY(!(*ok)->isEnabled());
+        auto *hint = d.findChild<QLabel *>(QStringLiteral("rateHint"));
+        QVERIFY(hint);
+        Type(d, "rate", QStringLiteral("25.0"));
+        QVERIFY(!hint->isVisible());
         Type(d, "rate", QStringLiteral("23,976"));
+        QVERIFY(hint->isVisible()); // the sheet's rows would be no frames
         Type(d, "frames", QStringLiteral("48"));
         QVERIFY((*ok)->isEnabled());
         ClickButton(d, QStringLiteral("OK"));
@@ -477,6 +484,47 @@ void TestMainWindow::selectedLayersAreRenamedLabelledDuplicatedAndDeleted()
     QCOMPARE(fixture.Message(), QStringLiteral("Select a layer first"));
 }
 
+void TestMainWindow::severalLayersAreChangedInOneStep()
+{
+    WindowFixture fixture;
+    fixture.MakeComposition();
+    for (const char *kind : { "Camera", "Light", "Camera" })
+        fixture.Choose(QStringLiteral("Layer/New/") + QLatin1String(kind));
+    const auto layers = [&] { return fixture.Session().ActiveComposition()->layers; };
+    fixture.Session().SelectLayers({ layers()[0]->id, layers()[2]->id });
+    const int before = fixture.Session().GetDocument().UndoNames().size();
+    {
+        const DialogHand hand([](QDialog &d) {
+            testing::TypeText(d.findChild<QLineEdit *>(), QStringLiteral("eye"));
+            ClickButton(d, QStringLiteral("OK"));
+        });
+        fixture.Choose(QStringLiteral("Layer/Rename..."));
+        QVERIFY(hand.Answered());
+    }
+    QCOMPARE(fixture.LayerNames(),
+        QStringList({ QStringLiteral("eye"), QStringLiteral("Light"), QStringLiteral("eye") }));
+    fixture.Choose(QStringLiteral("Layer/Label/Mint"));
+    QCOMPARE(int(layers()[0]->label), 7);
+    QCOMPARE(int(layers()[1]->label), 0);
+    QCOMPARE(int(layers()[2]->label), 7);
+    fixture.Choose(QStringLiteral("Layer/Effects/Flou gaussien"));
+    QCOMPARE(layers()[0]->effects.size() + layers()[2]->effects.size(), 2);
+    fixture.Choose(QStringLiteral("Layer/Duplicate"));
+    QCOMPARE(fixture.LayerNames(),
+        QStringList({ QStringLiteral("eye"), QStringLiteral("eye"), QStringLiteral("Light"),
+            QStringLiteral("eye"), QStringLiteral("eye") }));
+    QCOMPARE(fixture.Session().SelectedLayers(),
+        QVector<rostrum::LayerId>({ layers()[0]->id, layers()[3]->id }));
+    fixture.Choose(QStringLiteral("Layer/Delete"));
+    QCOMPARE(fixture.LayerNames().size(), 3);
+    QCOMPARE(fixture.Session().GetDocument().UndoNames().size(), before + 5);
+    for (int i = 0; i < 5; ++i)
+        fixture.Press(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(fixture.LayerNames(),
+        QStringList(
+            { QStringLiteral("Camera"), QStringLiteral("Light"), QStringLiteral("Camera") }));
+}
+
 void TestMainWindow::effectsAreAppliedAndRemoved()
 {
     WindowFixture fixture;
@@ -603,6 +651,19 @@ void TestMainWindow::helpShowsTheVersion()
 
     QVERIFY(hand.Answered());
     QVERIFY(hand.Text().contains(QStringLiteral("Rostrum 0.")));
+}
+
+void TestMainWindow::helpOpensTheUserGuide()
+{
+    WindowFixture fixture;
+    Browser browser;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &browser, "OnUrl");
+
+    fixture.Choose(QStringLiteral("Help/User Guide"));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+
+    QVERIFY2(browser.shown.endsWith(QStringLiteral("user-guide.md")), qPrintable(browser.shown));
+    QVERIFY(QFile::exists(browser.shown));
 }
 
 void TestMainWindow::framesAreRenderedFromTheMenu()

@@ -89,6 +89,18 @@ struct Docked : WindowFixture
     QAction *Entry() { return Find(Look(QStringLiteral("Window")), QStringLiteral("Fake")); }
 };
 
+/// Of the docks that are open at the sides, by name; between them the others have what is left.
+QMap<QString, int> WidthsAtTheSides(const QMainWindow &window)
+{
+    QMap<QString, int> widths;
+    for (auto *dock : window.findChildren<QDockWidget *>()) {
+        const bool isAtSide = window.dockWidgetArea(dock) != Qt::BottomDockWidgetArea;
+        if (isAtSide && dock->isVisible())
+            widths.insert(dock->objectName(), dock->width());
+    }
+    return widths;
+}
+
 } // namespace
 
 /// Plug-ins in the window: their menus, hooks, panels.
@@ -212,6 +224,9 @@ void TestPanelDocks::thePanelIsOpenAgainAtTheNextStart()
 {
     Docked docked;
     docked.Choose(QStringLiteral("Window/Fake"));
+    docked.window->resizeDocks({ docked.Dock() }, { 300 }, Qt::Horizontal);
+    QCoreApplication::processEvents();
+    const QMap<QString, int> left = WidthsAtTheSides(*docked.window);
     QVERIFY(docked.window->close());
     docked.window.reset();
     docked.host.reset();
@@ -225,6 +240,7 @@ void TestPanelDocks::thePanelIsOpenAgainAtTheNextStart()
     QCOMPARE(docked.plugin.calls.count("panel"), 1);
     QVERIFY(docked.Dock()->Container()->isVisible());
     QVERIFY(docked.Entry()->isChecked());
+    QTRY_COMPARE(WidthsAtTheSides(*docked.window), left);
 }
 
 void TestPanelDocks::aPanelThatCannotBeMadeIsLeftOut()

@@ -3,7 +3,9 @@
 #include "testhost/SheetFixture.h"
 #include "window/ProjectFiles.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QLockFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -27,9 +29,15 @@ struct Desk
         session.Do("Add", [&](Project &project) { project.AddFolder(name); });
     }
     int Items() const { return session.GetProject().ItemCount(); }
+    /// Without the lock of the project, which comes and goes with its program.
     QStringList In(const QString &path) const
     {
-        return QDir(path).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        QStringList names = QDir(path).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        for (int i = names.size() - 1; i >= 0; --i) {
+            if (names[i].startsWith(QLatin1Char('.')) && names[i].endsWith(QLatin1String(".lock")))
+                names.removeAt(i);
+        }
+        return names;
     }
 };
 
@@ -70,6 +78,15 @@ private slots:
     void noCopyIsMadeInsideAGroup();
     void openingAnotherGivesUpTheCopy();
     void longAndForeignNamesAreKept();
+    void aProjectIsLockedWhileItIsOpen();
+    void theLockGoesAlongWithSaveAs();
+    void aCopyOfALivingProgramIsNotOffered();
+    void aProjectThatIsOpenElsewhereGetsACopyOfItsOwn();
+    void copiesOfTheirOwnAreOfferedTheNewestFirst();
+    void theLockOfAProgramThatIsGoneLocksNothing();
+    void aCopyIsWrittenWhileWorkGoesOn();
+    void aCopyThatCannotBeWrittenIsTold();
+    void savingWhileACopyIsWrittenLeavesNone();
 };
 
 void TestProjectFiles::aProjectIsDirtyUntilItIsAsSaved()
@@ -338,9 +355,172 @@ void TestProjectFiles::longAndForeignNamesAreKept()
     QCOMPARE(desk.files.Title(), name);
     desk.Change("b");
     QCOMPARE(desk.files.Autosave(), QString());
-    QCOMPARE(ProjectFiles::CopyOf(path), desk.files.AutosavePath());
+    QCOMPARE(desk.In(desk.folder.path()).size(), 2);
     desk.files.Discard();
     QCOMPARE(desk.In(desk.folder.path()), QStringList{ name });
+}
+
+void TestProjectFiles::aProjectIsLockedWhileItIsOpen()
+{
+    Desk desk;
+    desk.Change("a");
+    const QString path = desk.Path("scene.rostrum");
+    QCOMPARE(ProjectFiles::OpenElsewhere(path), QString());
+
+    QCOMPARE(desk.files.Save(path), QString());
+
+    const QString who = ProjectFiles::OpenElsewhere(path); // as another program sees it
+    QVERIFY2(who.contains(QString::number(QCoreApplication::applicationPid())), qPrintable(who));
+    desk.files.Discard();
+    QCOMPARE(ProjectFiles::OpenElsewhere(path), QString());
+    QVERIFY(!QFile::exists(desk.Path(".scene.rostrum.lock")));
+}
+
+void TestProjectFiles::theLockGoesAlongWithSaveAs()
+{
+    Desk desk;
+    desk.Change("a");
+    QCOMPARE(desk.files.Save(desk.Path("one.rostrum")), QString());
+    QCOMPARE(desk.files.Save(desk.Path("two.rostrum")), QString());
+
+    QCOMPARE(ProjectFiles::OpenElsewhere(desk.Path("one.rostrum")), QString());
+    QVERIFY(!ProjectFiles::OpenElsewhere(desk.Path("two.rostrum")).isEmpty());
+    desk.files.New();
+    QCOMPARE(ProjectFiles::OpenElsewhere(desk.Path("two.rostrum")), QString());
+}
+
+void TestProjectFiles::aCopyOfALivingProgramIsNotOffered()
+{
+    Desk desk;
+    const QString path = desk.Path("scene.rostrum");
+    QCOMPARE(rostrum::SaveProject(Project(), path), QString());
+    QCOMPARE(rostrum::SaveProject(Project(), desk.Path("scene.autosave.rostrum")), QString());
+    QLockFile other(desk.Path(".scene.rostrum.lock"));
+    QVERIFY(other.tryLock());
+
+    QCOMPARE(ProjectFiles::CopyOf(path), QString());
+    other.unlock();
+    QCOMPARE(ProjectFiles::CopyOf(path), desk.Path("scene.autosave.rostrum"));
+}
+
+void TestProjectFiles::aProjectThatIsOpenElsewhereGetsACopyOfItsOwn()
+{
+    Desk desk;
+    const QString path = desk.Path("scene.rostrum");
+    QCOMPARE(rostrum::SaveProject(Project(), path), QString());
+    Write(desk.Path("scene.autosave.rostrum"), "of the other program");
+    QLockFile other(desk.Path(".scene.rostrum.lock"));
+    QVERIFY(other.tryLock());
+    QCOMPARE(desk.files.Open(path), QString());
+    desk.Change("a");
+
+    QCOMPARE(desk.files.Autosave(), QString());
+
+    const QString copy = desk.files.AutosavePath();
+    QVERIFY2(copy.contains(QStringLiteral("/scene.autosave-")), qPrintable(copy));
+    QCOMPARE(rostrum::LoadProject(copy).project.ItemCount(), 2);
+    QCOMPARE(ProjectFiles::CopyOf(path), QString()); // both programs live
+    QCOMPARE(desk.files.Save(path), QString());
+    QVERIFY(!QFile::exists(copy));
+    QCOMPARE(Bytes(desk.Path("scene.autosave.rostrum")), QByteArray("of the other program"));
+}
+
+void TestProjectFiles::copiesOfTheirOwnAreOfferedTheNewestFirst()
+{
+    Desk desk;
+    const QString path = desk.Path("scene.rostrum");
+    Project project;
+    QCOMPARE(rostrum::SaveProject(project, path), QString());
+    int items = 1;
+    for (const char *name : { "scene.autosave-1a.rostrum", "scene.autosave-2b.rostrum" }) {
+        project.AddFolder("more");
+        QCOMPARE(rostrum::SaveProject(project, desk.Path(name)), QString());
+        QFile copy(desk.Path(name));
+        QVERIFY(copy.open(QIODevice::ReadWrite)
+            && copy.setFileTime(QDateTime::currentDateTime().addSecs(10 * ++items),
+                QFileDevice::FileModificationTime));
+    }
+    Write(desk.Path("scene.autosave-2b.txt"), "none of them");
+    Write(desk.Path("scenery.autosave-3c.rostrum"), "of another project");
+
+    QCOMPARE(ProjectFiles::CopyOf(path), desk.Path("scene.autosave-2b.rostrum"));
+    QCOMPARE(desk.files.OpenCopy(ProjectFiles::CopyOf(path), path), QString());
+    QCOMPARE(desk.files.AutosavePath(), desk.Path("scene.autosave-2b.rostrum"));
+    QCOMPARE(desk.files.Save(path), QString());
+    QVERIFY(!QFile::exists(desk.Path("scene.autosave-2b.rostrum")));
+    QVERIFY(QFile::exists(desk.Path("scene.autosave-1a.rostrum"))); // nobody has looked at it
+}
+
+void TestProjectFiles::theLockOfAProgramThatIsGoneLocksNothing()
+{
+    Desk desk;
+    const QString path = desk.Path("scene.rostrum");
+    const QString copy = desk.Path("scene.autosave.rostrum");
+    QCOMPARE(rostrum::SaveProject(Project(), path), QString());
+    QCOMPARE(rostrum::SaveProject(Project(), copy), QString());
+    Write(desk.Path(".scene.rostrum.lock"),
+        "999999999\nrostrum\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+
+    QCOMPARE(ProjectFiles::OpenElsewhere(path), QString());
+    QCOMPARE(ProjectFiles::CopyOf(path), copy);
+}
+
+void TestProjectFiles::aCopyIsWrittenWhileWorkGoesOn()
+{
+    Desk desk;
+    QCOMPARE(desk.files.Save(desk.Path("scene.rostrum")), QString());
+    desk.Change("a");
+    int written = 0; // in this thread, behind what the class itself does about it
+    connect(
+        &desk.files, &ProjectFiles::CopyWritten, this, [&] { ++written; }, Qt::QueuedConnection);
+
+    desk.files.StartAutosave();
+    desk.Change("b");
+
+    QTRY_COMPARE(written, 1);
+    const QString copy = desk.Path("scene.autosave.rostrum");
+    QCOMPARE(rostrum::LoadProject(copy).project.ItemCount(), 2); // as it was at the start
+    QCOMPARE(desk.Items(), 3);
+    desk.files.StartAutosave();
+    QTRY_COMPARE(written, 2);
+    QCOMPARE(rostrum::LoadProject(copy).project.ItemCount(), 3);
+    desk.files.StartAutosave(); // nothing new
+    QCOMPARE(desk.files.Autosave(), QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(written, 2);
+    disconnect(&desk.files, nullptr, this, nullptr);
+}
+
+void TestProjectFiles::aCopyThatCannotBeWrittenIsTold()
+{
+    Desk desk;
+    QCOMPARE(desk.files.Save(desk.Path("scene.rostrum")), QString());
+    QVERIFY(QDir().mkpath(desk.Path("scene.autosave.rostrum/in the way")));
+    desk.Change("a");
+    QSignalSpy failed(&desk.files, &ProjectFiles::AutosaveFailed);
+
+    desk.files.StartAutosave();
+
+    QTRY_COMPARE(failed.size(), 1);
+    const QString error = failed.first().first().toString();
+    QVERIFY2(error.contains(QStringLiteral("scene.autosave.rostrum")), qPrintable(error));
+}
+
+void TestProjectFiles::savingWhileACopyIsWrittenLeavesNone()
+{
+    Desk desk;
+    QCOMPARE(desk.files.Save(desk.Path("scene.rostrum")), QString());
+    desk.Change("a");
+
+    desk.files.StartAutosave();
+    QCOMPARE(desk.files.Save(desk.Path("scene.rostrum")), QString());
+
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.In(desk.folder.path()), QStringList{ QStringLiteral("scene.rostrum") });
+    desk.Change("b");
+    desk.files.StartAutosave();
+    desk.files.Discard();
+    QCOMPARE(desk.In(desk.folder.path()), QStringList{ QStringLiteral("scene.rostrum") });
 }
 
 VN_HOST_TEST_MAIN(TestProjectFiles)

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QScreen>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -84,6 +85,8 @@ private slots:
     void projectReplacedDuringADrag();
     void layerDeletedWhileItsParentIsPicked();
     void undoDuringPlayback();
+    void playingLeavesNoTrace_data();
+    void playingLeavesNoTrace();
     void staleIdsInTheView();
 };
 
@@ -657,6 +660,36 @@ void TestTimeline::undoDuringPlayback()
     QCOMPARE(shown.session.CurrentFrame(), 10);
     QCOMPARE(Bar(sheet, sheet.layer), QStringLiteral("0 100 0"));
     QVERIFY(transport.IsPlaying());
+}
+
+void TestTimeline::playingLeavesNoTrace_data()
+{
+    QTest::addColumn<double>("pixels"); // a frame
+    for (const double pixels : { 0.7, 3.3, 10.0, 57.0 })
+        QTest::addRow("%g pixels a frame", pixels) << pixels;
+}
+
+/// While the time moves only parts are painted: what is on the screen is what a whole painting shows.
+void TestTimeline::playingLeavesNoTrace()
+{
+    QFETCH(double, pixels);
+    SheetFixture sheet({ { 0, 3 }, { 10, 5 }, { 11, 7 }, { 30, 5 } });
+    ShownTimeline shown(sheet);
+    shown.Unfold(sheet.layer);
+    shown.SetPixels(pixels);
+    const auto screen = [&] {
+        QApplication::processEvents();
+        return shown.timeline.screen()->grabWindow(shown.timeline.winId()).toImage();
+    };
+    for (const int frame : { 0, 1, 2, 9, 10, 11, 12, 30, 99, 0, 3 }) {
+        shown.session.SetCurrentFrame(frame);
+        const QImage partly = screen();
+        shown.timeline.Tracks().update();
+        shown.timeline.Outline().update();
+        for (auto *ruler : shown.timeline.findChildren<QWidget *>(QStringLiteral("timelineRuler")))
+            ruler->update();
+        QVERIFY2(partly == screen(), qPrintable(QStringLiteral("at frame %1").arg(frame)));
+    }
 }
 
 void TestTimeline::staleIdsInTheView()

@@ -94,6 +94,7 @@ private slots:
     void fitFollowsTheSize();
     void framesAreKeptUntilSomethingChanges();
     void cacheKeepsToItsLimit();
+    void memoryOfFramesIsUsedAgain();
     void drawingPaintedOverIsSeenAfterReload();
     void previewIsShownWhileItLasts();
     void clickPutsTheCompositionInFront();
@@ -181,9 +182,11 @@ void TestViewer::playingSkipsAndCountsWhatIsLate()
     shown.Wait(1);
     QCOMPARE(shown.Drawing(), 1);
     QCOMPARE(shown.Find("lbDropped").text(), QString());
+    const QSize before = shown.viewer.minimumSizeHint();
     shown.Wait(3);
     QCOMPARE(shown.Drawing(), 4);
     QCOMPARE(shown.Find("lbDropped").text(), QStringLiteral("2 dropped"));
+    QCOMPARE(shown.viewer.minimumSizeHint(), before); // or the docks around would move
     shown.Key(Qt::Key_Space);
     QCOMPARE(shown.Drawing(), 4);
     shown.Key(Qt::Key_Space);
@@ -523,6 +526,31 @@ void TestViewer::cacheKeepsToItsLimit()
         QCOMPARE(none.Get(project, scene.composition, frame, true).image.pixelColor(5, 5),
             DrawnScene::ColorOf(frame));
     QCOMPARE(none.Count(), 0);
+}
+
+void TestViewer::memoryOfFramesIsUsedAgain()
+{
+    DrawnScene scene;
+    DrawingCache drawings;
+    FrameCache frames(drawings);
+    Project project = scene.host.GetProject();
+    const auto memory = [&] {
+        QSet<const uchar *> places;
+        for (int frame = 0; frame < 10; ++frame)
+            places << frames.Get(project, scene.composition, frame, true).image.constBits();
+        return places;
+    };
+    const QSet<const uchar *> before = memory();
+    QCOMPARE(before.size(), 10);
+    project.EditLayer(scene.composition, scene.layer)->opacity.SetConstant({ 50, 0, 0, 0 });
+    QCOMPARE(memory(), before);
+    QCOMPARE(frames.Renderings(), 20);
+    // A frame that somebody holds is left alone.
+    const QImage held = frames.Get(project, scene.composition, 3, true).image;
+    const QImage copy = held.copy();
+    project.EditLayer(scene.composition, scene.layer)->opacity.SetConstant({ 0, 0, 0, 0 });
+    memory();
+    QCOMPARE(held, copy);
 }
 
 void TestViewer::drawingPaintedOverIsSeenAfterReload()
