@@ -32,11 +32,10 @@ QByteArray Digest(const QString &path)
 /// Renders every frame of the scene. @return a line for each, empty when the program failed
 QByteArrayList RenderedFrames(const QString &folder)
 {
-    const testing::RostrumRun run
-        = testing::RunRostrum({ QStringLiteral("render"),
-                                  QStringLiteral(SAMPLES "/puddles/puddles.rostrum"),
-                                  QStringLiteral("--out"), folder },
-            folder);
+    const testing::RostrumRun run = testing::RunRostrum(
+        { QStringLiteral("render"), QStringLiteral(SAMPLES "/puddles/puddles.rostrum"),
+            QStringLiteral("--out"), folder },
+        folder);
     QByteArrayList lines;
     if (run.status != 0)
         return lines;
