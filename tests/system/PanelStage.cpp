@@ -80,7 +80,7 @@ PanelStage::PanelStage()
     if (!refused.isEmpty())
         qFatal("the plug-in: %s", qPrintable(refused));
     host.Driver().TogglePanel(kPanelName);
-    if (!container || !QTest::qWaitForWindowActive(container.get()))
+    if (!container || !QTest::qWaitFor([this] { return IsActive(); }))
         qFatal("the panel's window does not come up");
     Settle();
     if (!Panel() || !Sheet() || !Graph() || !Dock())
@@ -284,6 +284,12 @@ QWidget *PanelStage::Find(const char *className) const
 {
     const QWidget *panel = Panel();
     return panel ? OnlyOne(panel->findChildren<QWidget *>(), className) : nullptr;
+}
+
+/// Where the panel is a window of the system's, the container hands the focus on to it.
+bool PanelStage::IsActive() const
+{
+    return container->isActiveWindow() || (Panel() && Panel()->isActiveWindow());
 }
 
 /// It need not be a child of the container's: by the window system alone it may be one.

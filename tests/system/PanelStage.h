@@ -84,6 +84,7 @@ public:
 
     QWidget *Container() const { return container.get(); }
     QWidget *Panel() const;
+    bool IsActive() const; // has the keyboard, or its container has
     QTableWidget *Sheet() const;
     QWidget *Graph() const { return Find("WinGraphDataAE"); }
     QTabWidget *Dock() const;
