@@ -49,7 +49,6 @@ QWidget *FindWindow(const char *className)
 
 MainDesk::MainDesk()
 {
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // those have no widgets to work
     window = std::make_unique<MainWindow>(
         host, Places{ own.filePath(QStringLiteral("rostrum.ini")), own.path() });
     const QString refused = EnterMorvex(host.Driver());
