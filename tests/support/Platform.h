@@ -22,6 +22,9 @@ int ManyFiles();
 /// Characters that a file's name may have for the file to be written whole or not at all.
 int LongestName();
 
+/// A library of the system's that any program can load.
+QString SystemLibrary();
+
 /// The style that the panel wears here.
 QString PanelStyle();
 

@@ -48,6 +48,11 @@ int LongestName()
     return 255;
 }
 
+QString SystemLibrary()
+{
+    return QStringLiteral("libm.so.6");
+}
+
 QString PanelStyle()
 {
     return QStringLiteral("plastique");

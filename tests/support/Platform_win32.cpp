@@ -96,6 +96,11 @@ int LongestName()
     return 248;
 }
 
+QString SystemLibrary()
+{
+    return QStringLiteral("version.dll");
+}
+
 /// The other one is a plug-in of Qt's that is packaged for Linux alone.
 QString PanelStyle()
 {

@@ -11,7 +11,8 @@
 using rostrum::ImportDrawings;
 using rostrum::ImportResult;
 
-/// File names as an old system wrote them, whose bytes are no text. Only where names are bytes.
+/// What only a system has whose names are bytes: names that are no text, as an old system wrote them,
+/// and names that differ in case alone.
 class TestFootageFilesBytes : public QObject
 {
     Q_OBJECT
@@ -22,6 +23,7 @@ private slots:
     void aSeriesLeavesThemOut();
     void noTextNamesThem_data();
     void noTextNamesThem();
+    void ofTwoCasesTheFirstByNameIsFound();
 
 private:
     QString Path(const char *name) const { return folder->filePath(QString::fromUtf8(name)); }
@@ -79,6 +81,23 @@ void TestFootageFilesBytes::noTextNamesThem()
     QFETCH(bool, series);
     // What a text holds in their place are signs of replacement.
     QCOMPARE(ImportDrawings(Path(kName), series).Ok(), false);
+}
+
+/// The listing of a folder comes in any order; a dozen names make luck unlikely.
+void TestFootageFilesBytes::ofTwoCasesTheFirstByNameIsFound()
+{
+    for (int i = 0; i < 12; ++i) {
+        const QString name = QStringLiteral("walk%1.png").arg(i);
+        for (const QString &made :
+            { QString(name).replace(0, 1, QLatin1Char('W')), name.toUpper() })
+            QVERIFY(QFile::copy(Path("été1.png"), folder->filePath(made)));
+    }
+    for (int i = 0; i < 12; ++i) {
+        const QString name = QStringLiteral("walk%1.png").arg(i);
+        QCOMPARE(rostrum::RealFileName(folder->path(), name), name.toUpper());
+        const QString exact = QString(name).replace(0, 1, QLatin1Char('W'));
+        QCOMPARE(rostrum::RealFileName(folder->path(), exact), exact);
+    }
 }
 
 VN_TEST_MAIN(TestFootageFilesBytes)

@@ -37,7 +37,9 @@ Project Version(int version)
     composition.duration = composition.rate.FrameTime(kKeys);
     const QByteArray name = "version " + QByteArray::number(version);
     const ItemId compo = project.AddComposition(name, composition);
-    const ItemId footage = project.AddFootage("walk", Series(kKeys));
+    Footage series = Series(kKeys);
+    series.folder = QDir::rootPath() + QStringLiteral("cut"); // read again it has its drive
+    const ItemId footage = project.AddFootage("walk", series);
     for (int i = 0; i < kLayers; ++i) {
         Layer &layer = *project.EditLayer(compo, project.AddLayer(footage, compo));
         for (int frame = 0; frame < kKeys; ++frame)
