@@ -80,7 +80,7 @@ function(vn_test_program name launcher platform)
     set(arg_SOURCES ${name}.cpp)
   endif()
   if(NOT arg_TIMEOUT)
-    set(arg_TIMEOUT 300)
+    set(arg_TIMEOUT 600) # seconds; a machine may be busy
   endif()
   if(WIN32) # every program is run under Wine, and the static Qt has real windows only
     set(launcher ${CMAKE_SOURCE_DIR}/tools/windows/run)

@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QDirIterator>
-#include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
@@ -109,13 +108,13 @@ QString RealFileName(const QString &folder, const QString &fileName)
 {
     if (fileName.isEmpty())
         return {};
-    if (QFileInfo(folder + QLatin1Char('/') + fileName).isFile())
-        return fileName;
-    QString real;
+    QString real; // from the list: a system that takes any spelling tells nothing by opening it
     QDirIterator list(folder, QDir::Files | QDir::Hidden);
     while (list.hasNext()) {
         list.next();
         const QString name = list.fileName();
+        if (name == fileName)
+            return name;
         if (name.compare(fileName, Qt::CaseInsensitive) == 0 && (real.isEmpty() || name < real))
             real = name;
     }

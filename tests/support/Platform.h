@@ -13,6 +13,21 @@ bool LimitFileSize(qint64 bytes);
 /// Takes the limit away.
 bool LiftFileSize();
 
+/// The file name of a link that the system calls by a name: the same, or, where a link is a file that
+/// only the shell follows, one that is no drawing's.
+QString LinkName(const QString &name);
+
+/// As many files as a folder is filled with in a moment.
+int ManyFiles();
+/// Characters that a file's name may have for the file to be written whole or not at all.
+int LongestName();
+
+/// A library of the system's that any program can load.
+QString SystemLibrary();
+
+/// The style that the panel wears here.
+QString PanelStyle();
+
 /// As long as it lives nothing can be made or changed in a folder.
 class WriteProtection
 {

@@ -33,6 +33,31 @@ bool LiftFileSize()
     return isLifted;
 }
 
+QString LinkName(const QString &name)
+{
+    return name;
+}
+
+int ManyFiles()
+{
+    return 20000;
+}
+
+int LongestName()
+{
+    return 255;
+}
+
+QString SystemLibrary()
+{
+    return QStringLiteral("libm.so.6");
+}
+
+QString PanelStyle()
+{
+    return QStringLiteral("plastique");
+}
+
 WriteProtection::WriteProtection(const QString &folder) : folder(folder)
 {
     userBefore = geteuid();

@@ -79,6 +79,34 @@ bool LiftFileSize()
     return true;
 }
 
+QString LinkName(const QString &name)
+{
+    return name + QStringLiteral(".lnk");
+}
+
+/// Wine looks at all names of a folder before it makes another, as they may differ in case alone.
+int ManyFiles()
+{
+    return 2000;
+}
+
+/// Until it is whole a file has another name, which is longer by a point and six letters.
+int LongestName()
+{
+    return 248;
+}
+
+QString SystemLibrary()
+{
+    return QStringLiteral("version.dll");
+}
+
+/// The other one is a plug-in of Qt's that is packaged for Linux alone.
+QString PanelStyle()
+{
+    return QStringLiteral("fusion");
+}
+
 WriteProtection::WriteProtection(const QString &folder) : folder(folder)
 {
     protectedFolder = QDir::toNativeSeparators(QDir(folder).absolutePath()) + QLatin1Char('\\');

@@ -1,5 +1,7 @@
 #include "MainDesk.h"
 
+#include "PluginDoor.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -45,12 +47,14 @@ QWidget *FindWindow(const char *className)
 
 } // namespace
 
-MainDesk::MainDesk(const QString &plugin)
+MainDesk::MainDesk()
 {
     window = std::make_unique<MainWindow>(
         host, Places{ own.filePath(QStringLiteral("rostrum.ini")), own.path() });
-    if (window->LoadPlugins({ plugin }) != 1)
-        qFatal("the plug-in does not load");
+    const QString refused = EnterMorvex(host.Driver());
+    if (!refused.isEmpty())
+        qFatal("the plug-in: %s", qPrintable(refused));
+    window->LoadPlugins({}); // gives a dock to what is entered
     window->resize(kWindowSize);
     window->Start();
     if (!QTest::qWaitForWindowActive(window.get()))

@@ -1,4 +1,4 @@
-// MainDesk: the program's window with the plug-in's library in it, worked by mouse and keyboard as a
+// MainDesk: the program's window with the plug-in in it, worked by mouse and keyboard as a
 // person works it. Dialogs are answered as they come; what is to be typed into one is said before.
 #pragma once
 
@@ -20,7 +20,7 @@ class MainDesk : public QObject
 {
 public:
     /// The window as it comes up for somebody who starts it the first time.
-    explicit MainDesk(const QString &plugin);
+    MainDesk();
     ~MainDesk() override;
 
     rostrum::Host host;

@@ -1,5 +1,7 @@
 #include "PanelStage.h"
 
+#include "PluginDoor.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -40,6 +42,19 @@ QPoint InWindow(const QWidget *widget, const QPoint &pos)
         qBound(window.top(), there.y(), window.bottom()));
 }
 
+QWidget *OnlyOne(const QWidgetList &widgets, const char *className)
+{
+    QWidget *found = nullptr;
+    for (QWidget *widget : widgets) {
+        if (!widget->inherits(className))
+            continue;
+        if (found)
+            return nullptr;
+        found = widget;
+    }
+    return found;
+}
+
 ItemId AddSeriesItem(Project &project, const char *name)
 {
     const QString stem = QString::fromLatin1(name);
@@ -61,11 +76,11 @@ PanelStage::PanelStage()
     connect(&answers, &QTimer::timeout, this, &PanelStage::AnswerBox);
     answers.start(5);
 
-    const QString refused = host.Driver().LoadPlugin(QStringLiteral(VN_MORVEX));
+    const QString refused = EnterMorvex(host.Driver());
     if (!refused.isEmpty())
         qFatal("the plug-in: %s", qPrintable(refused));
     host.Driver().TogglePanel(kPanelName);
-    if (!container || !QTest::qWaitForWindowActive(container.get()))
+    if (!container || !QTest::qWaitFor([this] { return IsActive(); }))
         qFatal("the panel's window does not come up");
     Settle();
     if (!Panel() || !Sheet() || !Graph() || !Dock())
@@ -267,15 +282,20 @@ bool PanelStage::ChooseFlyout(const QByteArray &text)
 
 QWidget *PanelStage::Find(const char *className) const
 {
-    QWidget *found = nullptr;
-    for (QWidget *widget : container->findChildren<QWidget *>()) {
-        if (!widget->inherits(className))
-            continue;
-        if (found)
-            return nullptr;
-        found = widget;
-    }
-    return found;
+    const QWidget *panel = Panel();
+    return panel ? OnlyOne(panel->findChildren<QWidget *>(), className) : nullptr;
+}
+
+/// Where the panel is a window of the system's, the container hands the focus on to it.
+bool PanelStage::IsActive() const
+{
+    return container->isActiveWindow() || (Panel() && Panel()->isActiveWindow());
+}
+
+/// It need not be a child of the container's: by the window system alone it may be one.
+QWidget *PanelStage::Panel() const
+{
+    return OnlyOne(QApplication::allWidgets(), "WinExpo");
 }
 
 QTableWidget *PanelStage::Sheet() const

@@ -1,8 +1,8 @@
-// PanelStage: the plug-in's library file in a host, its panel open in a window, worked by key and
-// mouse as a user works it. Nothing of the panel is linked: its widgets are found by the names of
-// their classes and their texts, and judged by what they show and by what stands in the host.
+// PanelStage: the plug-in in a host, its panel open in a window, worked by key and mouse as a user
+// works it. Nothing is known of the panel: its widgets are found by the names of their classes and
+// their texts, and judged by what they show and by what stands in the host.
 //
-// The library is loaded once in a process and its panel lives as long as the process, so a program
+// The plug-in is entered once in a process and its panel lives as long as the process, so a program
 // makes one stage and opens a project of its own for each test.
 //
 //   composition  "scene 7", 25 frames a second, 40 frames, active
@@ -34,7 +34,7 @@ public:
     static constexpr int kFrames = 40;
     static constexpr int kWalk = 0, kRun = 1, kSky = 2, kCel = 3; // columns
 
-    /// Loads the library into a host and opens its panel over the project above.
+    /// Enters the plug-in and opens its panel over the project above.
     PanelStage();
     /// Ends the plug-in's life as the program does.
     ~PanelStage() override;
@@ -83,7 +83,8 @@ public:
     // The panel, by class name.
 
     QWidget *Container() const { return container.get(); }
-    QWidget *Panel() const { return Find("WinExpo"); }
+    QWidget *Panel() const;
+    bool IsActive() const; // has the keyboard, or its container has
     QTableWidget *Sheet() const;
     QWidget *Graph() const { return Find("WinGraphDataAE"); }
     QTabWidget *Dock() const;

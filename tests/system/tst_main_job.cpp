@@ -118,7 +118,7 @@ QImage FrameOf(const Cut &cut, int number)
 /// The second process: the saved project comes up with its sheet, and is rendered.
 int RunAgain(const QString &project, const QString &frames)
 {
-    MainDesk desk(QStringLiteral(VN_MORVEX));
+    MainDesk desk;
     if (!desk.Window().Open(project))
         return kWentWrong;
     if (!desk.Choose("Window", QStringLiteral("morvex")))
@@ -144,7 +144,7 @@ int RunAgain(const QString &project, const QString &frames)
 /// A process that opens the sample scene and shows its sheet.
 int ShowScene(const QString &project, const QString &pictures)
 {
-    MainDesk desk(QStringLiteral(VN_MORVEX));
+    MainDesk desk;
     desk.pictures = pictures;
     if (!desk.Window().Open(project) || !desk.Choose("Window", QStringLiteral("morvex"))
         || !QTest::qWaitFor([&] { return desk.Sheet() && desk.Sheet()->columnCount() == 3; }))
@@ -374,7 +374,7 @@ void TestMainJob::RenderInANewProcess()
 void TestMainJob::fromTheDrawingsToTheRenderedFrames()
 {
     {
-        MainDesk first(QStringLiteral(VN_MORVEX));
+        MainDesk first;
         first.pictures = keep;
         desk = &first;
         using Step = void (TestMainJob::*)();

@@ -514,7 +514,7 @@ void TestPanelHost::aClosedPanelShownAgainIsTheSame()
 
     QCOMPARE(stage->Run(command), A_Err_NONE);
     QVERIFY(stage->Container()->isVisible());
-    QVERIFY(QTest::qWaitForWindowActive(stage->Container()));
+    QTRY_VERIFY(stage->IsActive());
     stage->Settle();
     QVERIFY(stage->Panel()->isVisible());
     QCOMPARE(stage->CurrentCol(), kRun);

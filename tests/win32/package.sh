@@ -16,8 +16,10 @@ version=$("$tree/tools/windows/run" rostrum.exe --version)
 "$tree/tools/windows/run" rostrum.exe --check 'plug-ins\morvex.aex' >report.txt ||
   { cat report.txt; exit 1; }
 grep -q '^nothing was found' report.txt
-for file in "how to install.txt" licences/LICENSE licences/image-formats/LGPL-2.1-or-later.txt; do
+for file in "how to install.txt" licences/LICENSE licences/image-formats/LGPL-2.1-or-later.txt \
+  licences/compiler/gcc-mingw-w64-base.txt licences/compiler/mingw-w64-x86-64-dev.txt; do
   [ -s "$file" ] || { echo "the archive has no $file"; exit 1; }
 done
-[ -n "$(ls licences/qt)" ] || { echo "the archive has no licence of Qt"; exit 1; }
+grep -rq 'GNU LESSER GENERAL PUBLIC LICENSE' licences/qt ||
+  { echo "the archive has no licence of Qt"; exit 1; }
 echo "the archive was unpacked and run"

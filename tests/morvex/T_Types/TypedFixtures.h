@@ -117,15 +117,22 @@ struct ChildResult
     QByteArray err;
 };
 
+/// Text as the program wrote it, which the system's library may have ended with two characters a line.
+inline QByteArray InLines(QByteArray printed)
+{
+    return printed.replace("\r\n", "\n");
+}
+
 /// Runs this program again, to see what it prints, or how it ends.
 inline ChildResult RunChild(const QString &mode)
 {
     QProcess child;
     child.start(QCoreApplication::applicationFilePath(), { mode });
     if (!child.waitForFinished() || child.exitStatus() != QProcess::NormalExit)
-        return { -1, child.readAllStandardOutput(), child.readAllStandardError() };
-    return { child.exitCode(), child.readAllStandardOutput().replace("\r\n", "\n"),
-        child.readAllStandardError() };
+        return { -1, InLines(child.readAllStandardOutput()),
+            InLines(child.readAllStandardError()) };
+    return { child.exitCode(), InLines(child.readAllStandardOutput()),
+        InLines(child.readAllStandardError()) };
 }
 
 } // namespace typed

@@ -107,8 +107,9 @@ void PanelFixture::Open()
     container->show();
     container->activateWindow();
     QCoreApplication::processEvents(); // which mostly is enough: the waits below go in long steps
-    QVERIFY(QTest::qWaitForWindowActive(container.get()));
     QTRY_VERIFY(panel->isVisible()); // by the container's first paint
+    // Where the panel is a window of the system's, the container hands the focus on to it.
+    QTRY_VERIFY(container->isActiveWindow() || panel->isActiveWindow());
 }
 
 void PanelFixture::OpenOnCompo()

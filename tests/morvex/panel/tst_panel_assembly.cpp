@@ -7,6 +7,7 @@
 #include "panel/Version.h"
 #include "panel/WinGridDataAE.h"
 #include "support/vnLog.h"
+#include "testing/Platform.h"
 #include "vnQT/wExpoGraph.h"
 #include "vnQT/wSendReportWidget.h"
 
@@ -205,9 +206,8 @@ void TestPanelAssembly::twoRowsOfEditorsFitTheFixedHeight_data()
 void TestPanelAssembly::twoRowsOfEditorsFitTheFixedHeight()
 {
     QFETCH(QSize, size);
-    QStyle *worn = QStyleFactory::create(QStringLiteral("plastique"));
-    if (!worn)
-        QSKIP("the plastique style is not installed");
+    QStyle *worn = QStyleFactory::create(testing::PanelStyle());
+    QVERIFY(worn);
     QApplication::setStyle(worn);
     PanelFixture shown;
     shown.OpenOnCompo();

@@ -167,7 +167,8 @@ public:
     QByteArray Written() const
     {
         QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+        return file.open(QIODevice::ReadOnly | QIODevice::Text) ? file.readAll()
+                                                                : QByteArray("no file");
     }
 
 private:

@@ -1,4 +1,5 @@
 // Series on real files, in a folder that lasts for one test function.
+#include "testing/Platform.h"
 #include "testing/TestMain.h"
 #include "vnAE/CellFiles.h"
 #include "vnAE/FolderList.h"
@@ -26,7 +27,7 @@ private slots:
     void aFolderThatCannotBeListedHasNoSeries_data();
     void aFolderThatCannotBeListedHasNoSeries();
     void aFolderBeyondAsciiIsListed();
-    void aFolderOfTwentyThousandFilesIsSearched();
+    void aFolderOfThousandsOfFilesIsSearched();
     void aFolderDeeperThanANameBufferIsListed();
     void aListGivesEachNameOnce();
 
@@ -170,14 +171,14 @@ void TestCellFilesSeries::aFolderIsNoFileOfTheSeries()
 
 void TestCellFilesSeries::aLinkCountsAsWhatItLeadsTo()
 {
-#ifdef Q_OS_WIN
-    QSKIP("a link is a file of another name there");
-#endif
+    const QString toFolder = testing::LinkName(QStringLiteral("walk1.png"));
+    const QString toDrawing = testing::LinkName(QStringLiteral("walk2.png"));
     QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("below")));
     Make(QStringLiteral("drawing"));
-    QVERIFY(QFile::link(PathOf(QStringLiteral("below")), PathOf(QStringLiteral("walk1.png"))));
-    QVERIFY(QFile::link(PathOf(QStringLiteral("drawing")), PathOf(QStringLiteral("walk2.png"))));
-    QCOMPARE(First(Folder(), "walk", "png"), QByteArray("2 walk2.png"));
+    QVERIFY(QFile::link(PathOf(QStringLiteral("below")), PathOf(toFolder)));
+    QVERIFY(QFile::link(PathOf(QStringLiteral("drawing")), PathOf(toDrawing)));
+    const bool hasDrawingsName = toDrawing.endsWith(QLatin1String(".png"));
+    QCOMPARE(First(Folder(), "walk", "png"), QByteArray(hasDrawingsName ? "2 walk2.png" : "-1 "));
 }
 
 void TestCellFilesSeries::aFolderThatCannotBeListedHasNoSeries_data()
@@ -202,10 +203,10 @@ void TestCellFilesSeries::aFolderBeyondAsciiIsListed()
     QCOMPARE(First(Folder() + "/scène 3 歩", "walk", "png"), QByteArray("7 walk7.png"));
 }
 
-void TestCellFilesSeries::aFolderOfTwentyThousandFilesIsSearched()
+void TestCellFilesSeries::aFolderOfThousandsOfFilesIsSearched()
 {
-    // Two series, so that half of the names are of another one; numbers run far past the limit.
-    for (int number = 19; number < 10019; ++number) {
+    // Two series, so that half of the names are of another one.
+    for (int number = 19; number < testing::ManyFiles() / 2 + 19; ++number) {
         Make(QStringLiteral("walk%1.png").arg(number, 5, 10, QLatin1Char('0')));
         Make(QStringLiteral("run%1.png").arg(number + 2, 5, 10, QLatin1Char('0')));
     }

@@ -1,6 +1,7 @@
 #include "RostrumRun.h"
 #include "testing/TestMain.h"
 
+#include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -129,12 +130,12 @@ void TestCheckBreakdown::aFileThatIsNoLibraryIsTold()
     const RostrumRun run = RunRostrum({ QStringLiteral("--check"), file.fileName() });
 
     QCOMPARE(run.status, 1);
+    const QString told
+        = QStringLiteral("Cannot load library %1: ").arg(QDir::toNativeSeparators(file.fileName()));
     for (const int walk : { 0, 1 }) {
         const QStringList findings = run.Section(walk, QStringLiteral("findings"));
         QCOMPARE(findings.size(), 1);
-        QVERIFY2(
-            findings[0].startsWith(QStringLiteral("Cannot load library %1: ").arg(file.fileName())),
-            qPrintable(findings[0]));
+        QVERIFY2(findings[0].startsWith(told), qPrintable(findings[0]));
     }
 }
 

@@ -15,8 +15,6 @@ private slots:
     void helpNamesEveryCommandAndOption();
     void wordsThatAreNotUnderstoodEndWithStatusTwo_data();
     void wordsThatAreNotUnderstoodEndWithStatusTwo();
-    void withoutADisplayTheWindowIsToldNotToOpen_data();
-    void withoutADisplayTheWindowIsToldNotToOpen();
     void effectNamesSetTheLanguageOfTheInstalledEffects_data();
     void effectNamesSetTheLanguageOfTheInstalledEffects();
 };
@@ -106,29 +104,6 @@ void TestCommandLine::wordsThatAreNotUnderstoodEndWithStatusTwo()
     QCOMPARE(run.status, 2);
     QCOMPARE(run.out, QString());
     QCOMPARE(run.err, QStringLiteral("rostrum: %1; see rostrum --help\n").arg(why));
-}
-
-void TestCommandLine::withoutADisplayTheWindowIsToldNotToOpen_data()
-{
-    QTest::addColumn<QString>("display");
-    QTest::newRow("none named") << QString();
-    QTest::newRow("one that is not there") << QStringLiteral(":9987");
-}
-
-void TestCommandLine::withoutADisplayTheWindowIsToldNotToOpen()
-{
-    QFETCH(QString, display);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : { "QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY" })
-        environment.remove(QLatin1String(name));
-    if (!display.isEmpty())
-        environment.insert(QStringLiteral("DISPLAY"), display);
-
-    const RostrumRun run = RunRostrum({}, {}, environment);
-
-    QCOMPARE(run.status, 1);
-    QVERIFY2(run.err.startsWith(QStringLiteral("rostrum: no window can be opened")),
-        qPrintable(run.err));
 }
 
 void TestCommandLine::effectNamesSetTheLanguageOfTheInstalledEffects_data()

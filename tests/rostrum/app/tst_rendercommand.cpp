@@ -30,7 +30,7 @@ Outcome Run(const QStringList &arguments)
     Outcome outcome;
     if (child.waitForFinished() && child.exitStatus() == QProcess::NormalExit)
         outcome.status = child.exitCode();
-    outcome.printed = child.readAllStandardError();
+    outcome.printed = child.readAllStandardError().replace("\r\n", "\n"); // Windows' end of a line
     return outcome;
 }
 

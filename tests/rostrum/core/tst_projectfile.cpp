@@ -221,11 +221,12 @@ void TestProjectFile::footageAtTheRootOfTheDiskComesBack()
 {
     Project project;
     Footage footage = Still();
-    footage.folder = QStringLiteral("/");
+    footage.folder = QDir::rootPath();
     const ItemId item = project.AddFootage("root", footage);
     QCOMPARE(SaveProject(project, PathOf("a.rostrum")), QString());
     const LoadedProject loaded = LoadProject(PathOf("a.rostrum"));
-    QCOMPARE(loaded.project.Find(item)->AsFootage()->PathOf(0), QStringLiteral("/decor.psd"));
+    QCOMPARE(loaded.project.Find(item)->AsFootage()->PathOf(0),
+        QDir::rootPath() + QStringLiteral("decor.psd"));
 }
 
 void TestProjectFile::aMissingDrawingKeepsItsPlace()

@@ -332,7 +332,7 @@ void TestRenderJob::aFullDiskIsToldAndLeavesWholeFilesOnly()
     QVERIFY(child.waitForFinished());
     QCOMPARE(child.exitStatus(), QProcess::NormalExit);
     QCOMPARE(child.exitCode(), 3);
-    const QByteArray error = child.readAllStandardOutput().split('\n').value(1);
+    const QByteArray error = child.readAllStandardOutput().split('\n').value(1).trimmed();
     const QByteArray path = folder->filePath(QStringLiteral("walk_00000.png")).toUtf8();
     QCOMPARE(error, "The file \"" + path + "\" cannot be written: there is no room for all of it");
     QCOMPARE(Files(folder->path()), QStringList());

@@ -1,5 +1,6 @@
 #include "SuiteChecks.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 using namespace rostrum;
@@ -253,9 +254,11 @@ void TestFootageSuite::pathsOfEachFileAreTexts()
         A_Err_NONE);
     AEGP_MemHandle memory = nullptr;
     QCOMPARE(suite->AEGP_GetFootagePath(footage, 0, 0, &memory), A_Err_NONE);
-    QCOMPARE(TakeText(memory), QStringLiteral("/scenes/walk/walk0000.png"));
+    QCOMPARE(
+        TakeText(memory), QDir::toNativeSeparators(QStringLiteral("/scenes/walk/walk0000.png")));
     QCOMPARE(suite->AEGP_GetFootagePath(footage, 2, 0, &memory), A_Err_NONE);
-    QCOMPARE(TakeText(memory), QStringLiteral("/scenes/walk/walk0002.png"));
+    QCOMPARE(
+        TakeText(memory), QDir::toNativeSeparators(QStringLiteral("/scenes/walk/walk0002.png")));
     memory = nullptr;
     QCOMPARE(suite->AEGP_GetFootagePath(footage, 3, 0, &memory), A_Err_PARAMETER);
     QCOMPARE(suite->AEGP_GetFootagePath(footage, -1, 0, &memory), A_Err_PARAMETER);

@@ -2,6 +2,7 @@
 
 #include "testhost/FakePlugin.h"
 #include "testhost/FakeWindows.h"
+#include "testing/Platform.h"
 
 #include <stdexcept>
 
@@ -269,7 +270,7 @@ void TestHostDriver::aLibraryThatCannotBeLoadedIsToldByName()
 void TestHostDriver::aLibraryWithoutAnEntryPointIsToldByName()
 {
     SheetFixture sheet;
-    const QString error = sheet.host.Driver().LoadPlugin(QStringLiteral("libm.so.6"));
+    const QString error = sheet.host.Driver().LoadPlugin(testing::SystemLibrary());
     QVERIFY2(error.contains(QStringLiteral("EntryPointFunc")), qPrintable(error));
     QCOMPARE(sheet.host.Driver().PluginCount(), 0);
 }

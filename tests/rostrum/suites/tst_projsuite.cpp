@@ -1,5 +1,7 @@
 #include "SuiteChecks.h"
 
+#include <QDir>
+
 using namespace rostrum;
 using namespace testing;
 
@@ -52,7 +54,7 @@ void TestProjSuite::thePathIsATextOfItsOwnAndEmptyUntilSaved()
             (QByteArrayList{ "suite \"AEGP Proj Suite\" 8",
                 "memory of " + QByteArray::number(2 * path.size() + 2)
                     + " bytes \"project path\"" }));
-        QCOMPARE(TakeText(memory), path);
+        QCOMPARE(TakeText(memory), QDir::toNativeSeparators(path));
     }
 }
 

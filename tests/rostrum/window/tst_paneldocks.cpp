@@ -2,8 +2,10 @@
 #include "hostapi/Suites.h"
 #include "testhost/FakePlugin.h"
 #include "testhost/HostTestMain.h"
+#include "testing/Platform.h"
 #include "window/PluginFiles.h"
 
+#include <QDir>
 #include <QToolButton>
 
 using rostrum::PanelDock;
@@ -352,7 +354,7 @@ void TestPanelDocks::aLibraryThatDoesNotLoadIsToldAndLeftOut()
 
     QCOMPARE(fixture.window->LoadPlugins({ bad.fileName() }), 0);
     QVERIFY(fixture.Message().startsWith(QStringLiteral("A plug-in was left out: ")));
-    QVERIFY(fixture.Message().contains(bad.fileName()));
+    QVERIFY(fixture.Message().contains(QDir::toNativeSeparators(bad.fileName())));
     QCOMPARE(fixture.window->LoadPlugins({ fixture.Path("none.so") }), 0);
     QVERIFY(fixture.Message().contains(QStringLiteral("there is no file")));
     QVERIFY(fixture.window->findChild<QDockWidget *>(QStringLiteral("messagesDock"))->isVisible());
@@ -365,8 +367,8 @@ void TestPanelDocks::librariesAreFoundByName()
         QFile file(folder.filePath(QLatin1String(name)));
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
-    QVERIFY(QFile::link(
-        folder.filePath(QStringLiteral("b.so")), folder.filePath(QStringLiteral("link.so"))));
+    QVERIFY(QFile::link(folder.filePath(QStringLiteral("b.so")),
+        folder.filePath(testing::LinkName(QStringLiteral("link.so")))));
 
     const QStringList found = rostrum::FindPlugins(
         { folder.filePath(QStringLiteral("nowhere")), folder.path(), folder.path() });

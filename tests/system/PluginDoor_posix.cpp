@@ -1,0 +1,6 @@
+#include "PluginDoor.h"
+
+QString testing::EnterMorvex(rostrum::HostDriver &driver)
+{
+    return driver.LoadPlugin(QStringLiteral(VN_MORVEX));
+}
