@@ -292,7 +292,7 @@ private:
 
     QString scene;
     QString folder;
-    MainDesk desk{ QStringLiteral(VN_MORVEX) };
+    MainDesk desk;
     bool good = true;
 };
 
