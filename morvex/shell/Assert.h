@@ -1,5 +1,5 @@
 // Assertions that stay active in the product. A failed one tells of itself and comes back: on
-// Windows in the C runtime's assertion box, elsewhere in one line on standard error. What follows
+// Windows in a box as the C runtime has it, elsewhere in one line on standard error. What follows
 // is the caller's, a throw as a rule; it never ends the process by itself.
 #pragma once
 

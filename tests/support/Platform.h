@@ -46,6 +46,10 @@ void AwaitInterrupt();
 /// Does to a child what Ctrl+C does. @return false when it could not be done
 bool Interrupt(QProcess &child);
 
+/// Goes on where a failed assertion of this process asks what to do, and writes what it says to standard
+/// error, where it says it by itself if nothing asks. To be called once, before it fails.
+void AnswerAssertion();
+
 /// Sets a locale with a decimal comma, for the whole process. @return what is missing for that, empty
 /// when it is set
 QString SetCommaLocale(const QString &folder);

@@ -6,6 +6,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <thread>
 
 #include <windows.h>
@@ -53,6 +54,19 @@ HANDLE WINAPI LimitedCreateFileW(LPCWSTR path, DWORD access, DWORD share,
         return INVALID_HANDLE_VALUE;
     }
     return create(path, access, share, security, disposition, flags, model);
+}
+
+/// The message box of this process, null while there is none.
+HWND FindBox()
+{
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(box, &process);
+        if (process == GetCurrentProcessId() && IsWindowVisible(box))
+            break;
+    }
+    return box;
 }
 
 } // namespace
@@ -130,6 +144,20 @@ void AwaitInterrupt()
 bool Interrupt(QProcess &child)
 {
     return child.write("\n") == 1 && child.waitForBytesWritten();
+}
+
+void AnswerAssertion()
+{
+    std::thread([] {
+        HWND box = nullptr;
+        while ((box = FindBox()) == nullptr)
+            Sleep(20); // ms
+        constexpr int kText = 0xFFFF; // of the label in each message box
+        char text[500] = "";
+        GetDlgItemTextA(box, kText, text, sizeof text);
+        std::fprintf(stderr, "%.*s\n", static_cast<int>(strcspn(text, "\r\n")), text);
+        SendMessageW(box, WM_COMMAND, IDIGNORE, 0);
+    }).detach();
 }
 
 QString SetCommaLocale(const QString &)

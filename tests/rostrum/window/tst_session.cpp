@@ -105,7 +105,7 @@ void TestSession::whatAPluginDidIsToldWhenControlReturnsToTheEventLoop()
     sheet.host.Edit("loose").Edit(sheet.footage)->name = "run";
 
     QEventLoop loop;
-    QTimer::singleShot(1, &loop, &QEventLoop::quit);
+    QTimer::singleShot(50, &loop, &QEventLoop::quit); // ms; it must come to wait before
     loop.exec();
 
     QCOMPARE(told.Take(), QByteArray("project 1 history 1"));
