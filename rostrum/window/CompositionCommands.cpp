@@ -1,5 +1,6 @@
 #include "CompositionCommands.h"
 
+#include "render/Placement.h"
 #include "window/Commands.h"
 #include "window/ItemText.h"
 #include "window/ProjectTree.h"
@@ -98,11 +99,14 @@ void CompositionCommands::NewFrom(const QVector<ItemId> &items)
     settings.name = FreeName(session.GetProject(), picture->name.split('[').first());
     settings.size = picture->Dimensions();
     if (picture->CanRemapTime()) { // it has a length, and a rate of its own
-        if (const Composition *other = picture->AsComposition())
+        if (const Composition *other = picture->AsComposition()) {
             settings.rate = other->rate;
-        else
+            settings.frames = FrameCount(*other);
+        } else {
             settings.rate = picture->AsFootage()->rate;
-        settings.frames = qMax(settings.rate.FrameAt(picture->Duration()), 1);
+            settings.frames = picture->AsFootage()->files.size();
+        }
+        settings.frames = qMax(settings.frames, 1);
     }
     Make(settings, items);
 }
