@@ -172,16 +172,16 @@ bool FileCommands::OpenOrRecover(const QString &path)
     const QString copy = ProjectFiles::CopyOf(path);
     if (copy.isEmpty())
         return OpenAsSaved(path);
-    switch (AskToRecover(path, copy, window)) {
-    case Recovery::Cancel:
+    const Recovery answer = AskToRecover(path, copy, window);
+    if (answer == Recovery::Cancel)
         return false;
-    case Recovery::OpenAsSaved:
+    if (ProjectFiles::CopyOf(path) != copy)
+        return OpenOrRecover(path); // another program was asked the same, and answered first
+    if (answer == Recovery::OpenAsSaved) {
         if (!OpenAsSaved(path))
             return false;
         ProjectFiles::RemoveCopy(copy);
         return true;
-    case Recovery::Recover:
-        break;
     }
     const QString error = files.OpenCopy(copy, path);
     if (error.isEmpty())
@@ -197,6 +197,12 @@ void FileCommands::OfferLeftCopies()
     if (copy.isEmpty() || files.IsDirty())
         return;
     const LeftWork answer = AskAboutLeftWork(copy, window);
+    if (answer == LeftWork::Later)
+        return;
+    if (!files.LeftCopies().contains(copy)) { // as above
+        Warn(tr("Another window has taken or removed that project meanwhile."));
+        return;
+    }
     if (answer == LeftWork::Remove)
         ProjectFiles::RemoveCopy(copy);
     if (answer != LeftWork::Recover)
