@@ -108,7 +108,9 @@ void RenderDialog::MakeFields()
     if (files) {
         files->setObjectName(QStringLiteral("files"));
         files->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
-        form->addRow(tr("Files"), files);
+        auto *line = new QHBoxLayout;
+        line->addWidget(files, 1); // which a form would leave without any width
+        form->addRow(tr("Files"), line);
     }
     form->addRow(QString(), background);
 

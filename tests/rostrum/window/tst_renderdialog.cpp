@@ -109,6 +109,7 @@ void TestRenderDialog::framesCountFromOneAndFilesFromZero()
         QCOMPARE(text("first"), QStringLiteral("1"));
         QCOMPARE(text("last"), QStringLiteral("40"));
         QCOMPARE(files->text(), QStringLiteral("scene_0000.png to scene_0039.png"));
+        QVERIFY(files->width() > files->fontMetrics().horizontalAdvance(files->text()));
         Type(d, "first", QStringLiteral("0")); // there is none
         QCOMPARE(files->text(), QStringLiteral("scene_0000.png to scene_0039.png"));
         Type(d, "place", fixture.Path("out"));
