@@ -29,16 +29,16 @@ CompositionCommands::CompositionCommands(Session &session, ProjectTree &tree, QW
 
 void CompositionCommands::Fill(QMenu *menu)
 {
-    const QKeySequence newKey(Qt::CTRL | Qt::Key_N);
+    const QKeySequence newKey = CtrlKey(Qt::Key_N);
     AddEntry(menu, tr("&New Composition..."), newKey, this, &CompositionCommands::OnNew);
     QAction *from
         = AddEntry(menu, tr("New from &Picked Items"), this, &CompositionCommands::OnNewFromPicked);
     menu->addSeparator();
-    const QKeySequence settingsKey(Qt::CTRL | Qt::Key_K);
+    const QKeySequence settingsKey = CtrlKey(Qt::Key_K);
     QAction *settings
         = AddEntry(menu, tr("&Settings..."), settingsKey, this, &CompositionCommands::OnSettings);
-    QAction *add = AddEntry(menu, tr("&Add Picked Items as Layers"),
-        QKeySequence(Qt::CTRL | Qt::Key_Slash), this, [this] { AddLayers(tree.Picked()); });
+    QAction *add = AddEntry(menu, tr("&Add Picked Items as Layers"), CtrlKey(Qt::Key_Slash), this,
+        [this] { AddLayers(tree.Picked()); });
     const auto hasPicture
         = [this] { return FirstPicture(session.GetProject(), tree.Picked()) != nullptr; };
     const auto hasComposition = [this] { return session.ActiveComposition() != nullptr; };

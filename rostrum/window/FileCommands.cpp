@@ -69,7 +69,7 @@ void FileCommands::Fill(QMenu *menu)
         if (!items.isEmpty())
             tree.Pick(items);
     };
-    const QKeySequence importKey(Qt::CTRL | Qt::Key_I);
+    const QKeySequence importKey = CtrlKey(Qt::Key_I);
     AddEntry(menu, tr("&Import Drawings..."), importKey, this,
         [this, pick] { pick(importer.AskAndImport(/*stills=*/false, tree.TargetFolder())); });
     AddEntry(menu, tr("Import S&tills..."), this,
@@ -77,7 +77,7 @@ void FileCommands::Fill(QMenu *menu)
     AddEntry(menu, tr("Import &Folder..."), this,
         [this, pick] { pick(importer.AskForFolderAndImport(tree.TargetFolder())); });
     menu->addSeparator();
-    const QKeySequence renderKey(Qt::CTRL | Qt::Key_M);
+    const QKeySequence renderKey = CtrlKey(Qt::Key_M);
     AddEntry(menu, tr("Render Fra&mes..."), renderKey, this, &FileCommands::OnRender);
     QAction *movie = AddEntry(menu, tr("Render Mo&vie..."), this, &FileCommands::OnRenderMovie);
     GreyUnless(menu, movie, [movie] {
@@ -87,8 +87,7 @@ void FileCommands::Fill(QMenu *menu)
         return isThere;
     });
     menu->addSeparator();
-    AddEntry(
-        menu, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &FileCommands::QuitWanted);
+    AddEntry(menu, tr("&Quit"), CtrlKey(Qt::Key_Q), this, &FileCommands::QuitWanted);
 }
 
 /// @return false
