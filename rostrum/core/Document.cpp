@@ -14,7 +14,8 @@ Project &Document::Edit(const QByteArray &what)
 
 void Document::Replace(const Project &other)
 {
-    const Project next = other; // it may be this document's own
+    // It may be this document's own. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const Project next = other;
     const int count = replaceCount;
     const int version = historyVersion;
     *this = Document();
@@ -44,7 +45,7 @@ bool Document::EndGroup()
 
 QByteArray Document::CloseLooseEnds()
 {
-    const QByteArray leftOpen = depth > 0 ? changeName : QByteArray();
+    QByteArray leftOpen = depth > 0 ? changeName : QByteArray();
     depth = 0;
     CloseChange();
     return leftOpen;

@@ -112,7 +112,7 @@ QString RealFileName(const QString &folder, const QString &fileName)
     QDirIterator list(folder, QDir::Files | QDir::Hidden);
     while (list.hasNext()) {
         list.next();
-        const QString name = list.fileName();
+        QString name = list.fileName();
         if (name == fileName)
             return name;
         if (name.compare(fileName, Qt::CaseInsensitive) == 0 && (real.isEmpty() || name < real))

@@ -10,7 +10,8 @@
 
 namespace rostrum {
 
-/// Frames from the first whose time lies in the composition to the last; 0 for an empty one.
+/// Frames that begin in the composition, so that a part of one at its end counts; 0 for an empty one.
+/// Whoever counts a composition's frames asks here.
 qint32 FrameCount(const Composition &composition);
 
 /// The layer's bar covers the time: from the in point on, up to its end, the end excluded.

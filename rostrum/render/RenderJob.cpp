@@ -68,6 +68,12 @@ QString RenderJob::FileName(qint32 frame) const
     return QStringLiteral("%1_%2.png").arg(CleanStem(item ? item->name : QByteArray()), number);
 }
 
+/// As messages tell it.
+QString RenderJob::NumberOf(qint32 frame) const
+{
+    return QString::number(qint64(frame) + firstNumber);
+}
+
 /// What keeps the job from starting, empty when nothing does.
 QString RenderJob::WhyNot() const
 {
@@ -79,9 +85,9 @@ QString RenderJob::WhyNot() const
     if (count == 0)
         return QStringLiteral("The composition \"%1\" has no frames").arg(name);
     if (first < 0 || last >= count || first > last)
-        return QStringLiteral("The frames %1 to %2 are not in the composition \"%3\", which has 0 "
-                              "to %4")
-            .arg(QString::number(first), QString::number(last), name, QString::number(count - 1));
+        return QStringLiteral("The frames %1 to %2 are not in the composition \"%3\", which has %4 "
+                              "to %5")
+            .arg(NumberOf(first), NumberOf(last), name, NumberOf(0), NumberOf(count - 1));
     if (folder.isEmpty())
         return QStringLiteral("No folder is given for the frames");
     if (!QDir().mkpath(folder))
@@ -133,7 +139,7 @@ RenderResult RenderJob::Run(const ProgressFunction &progress) const
             if (told.contains(message))
                 continue;
             told << message;
-            result.messages << QStringLiteral("Frame %1: %2").arg(frame).arg(message);
+            result.messages << QStringLiteral("Frame %1: %2").arg(NumberOf(frame), message);
         }
         if (!result.error.isEmpty())
             return result;

@@ -39,6 +39,8 @@ public:
 
     /// From frame `first` to frame `last`, both included; all frames at the start.
     void SetRange(qint32 first, qint32 last);
+    /// What messages call the first frame: 0 at the start, as the files do.
+    void SetFirstNumber(qint32 number) { firstNumber = number; }
     void SetFolder(const QString &path) { folder = path; }
     /// Whether the composition's background is drawn; true at the start.
     void SetBackground(bool drawn) { background = drawn; }
@@ -57,6 +59,7 @@ public:
     RenderResult Run(const ProgressFunction &progress = {}) const;
 
 private:
+    QString NumberOf(qint32 frame) const;
     QString WhyNot() const;
     RenderProgress ProgressAt(int done, double start) const;
     QString WriteFrame(Renderer *renderer, qint32 frame, QImage *image) const;
@@ -66,6 +69,7 @@ private:
     QString folder;
     qint32 first = 0;
     qint32 last = -1;
+    qint32 firstNumber = 0;
     bool background = true;
     qint64 cacheLimit = DrawingCache::kDefaultLimit;
     std::function<double()> clock;

@@ -10,6 +10,12 @@
 
 namespace rostrum {
 
+/// Ctrl and a key. Qt's operator would join two enumerations, of which neither has the result.
+inline QKeySequence CtrlKey(Qt::Key key)
+{
+    return { static_cast<int>(Qt::CTRL) | static_cast<int>(key) };
+}
+
 template <typename Receiver, typename Slot>
 QAction *AddEntry(
     QMenu *menu, const QString &text, const QKeySequence &key, Receiver *receiver, Slot slot)

@@ -1,5 +1,6 @@
 #include "CompositionCommands.h"
 
+#include "render/Placement.h"
 #include "window/Commands.h"
 #include "window/ItemText.h"
 #include "window/ProjectTree.h"
@@ -28,16 +29,16 @@ CompositionCommands::CompositionCommands(Session &session, ProjectTree &tree, QW
 
 void CompositionCommands::Fill(QMenu *menu)
 {
-    const QKeySequence newKey(Qt::CTRL | Qt::Key_N);
+    const QKeySequence newKey = CtrlKey(Qt::Key_N);
     AddEntry(menu, tr("&New Composition..."), newKey, this, &CompositionCommands::OnNew);
     QAction *from
         = AddEntry(menu, tr("New from &Picked Items"), this, &CompositionCommands::OnNewFromPicked);
     menu->addSeparator();
-    const QKeySequence settingsKey(Qt::CTRL | Qt::Key_K);
+    const QKeySequence settingsKey = CtrlKey(Qt::Key_K);
     QAction *settings
         = AddEntry(menu, tr("&Settings..."), settingsKey, this, &CompositionCommands::OnSettings);
-    QAction *add = AddEntry(menu, tr("&Add Picked Items as Layers"),
-        QKeySequence(Qt::CTRL | Qt::Key_Slash), this, [this] { AddLayers(tree.Picked()); });
+    QAction *add = AddEntry(menu, tr("&Add Picked Items as Layers"), CtrlKey(Qt::Key_Slash), this,
+        [this] { AddLayers(tree.Picked()); });
     const auto hasPicture
         = [this] { return FirstPicture(session.GetProject(), tree.Picked()) != nullptr; };
     const auto hasComposition = [this] { return session.ActiveComposition() != nullptr; };
@@ -98,11 +99,14 @@ void CompositionCommands::NewFrom(const QVector<ItemId> &items)
     settings.name = FreeName(session.GetProject(), picture->name.split('[').first());
     settings.size = picture->Dimensions();
     if (picture->CanRemapTime()) { // it has a length, and a rate of its own
-        if (const Composition *other = picture->AsComposition())
+        if (const Composition *other = picture->AsComposition()) {
             settings.rate = other->rate;
-        else
+            settings.frames = FrameCount(*other);
+        } else {
             settings.rate = picture->AsFootage()->rate;
-        settings.frames = qMax(settings.rate.FrameAt(picture->Duration()), 1);
+            settings.frames = picture->AsFootage()->files.size();
+        }
+        settings.frames = qMax(settings.frames, 1);
     }
     Make(settings, items);
 }

@@ -1,6 +1,7 @@
 #include "CompositionDialog.h"
 
 #include "render/DrawingCache.h"
+#include "render/Placement.h"
 #include "window/ColorButton.h"
 #include "window/ItemText.h"
 
@@ -82,17 +83,20 @@ std::optional<Rate> ReadRate(const QString &text)
 CompositionSettings SettingsOf(const Item &item)
 {
     const Composition &composition = *item.AsComposition();
-    return { item.name, composition.size, composition.rate,
-        composition.rate.FrameAt(composition.duration), composition.background };
+    return { item.name, composition.size, composition.rate, FrameCount(composition),
+        composition.background };
 }
 
 void ApplySettings(const CompositionSettings &settings, Composition *composition)
 {
     const Time before = composition->duration;
+    const bool keepsLength
+        = settings.rate == composition->rate && settings.frames == FrameCount(*composition);
     composition->size = settings.size;
     composition->rate = settings.rate;
     composition->background = settings.background;
-    composition->duration = settings.rate.FrameTime(settings.frames);
+    if (!keepsLength) // a last frame that is a part of one stays a part
+        composition->duration = settings.rate.FrameTime(settings.frames);
     for (LayerPtr &layer : composition->layers) {
         const Layer &now = *layer.constData();
         if (now.inPoint == Time() && now.duration == before && before != composition->duration)

@@ -61,7 +61,7 @@ void EditCommands::AddFocusEntry(QMenu *menu, const QString &text, QKeySequence:
 
 void EditCommands::Fill(QMenu *menu)
 {
-    undo = AddEntry(menu, QString(), QKeySequence(Qt::CTRL | Qt::Key_Z), this,
+    undo = AddEntry(menu, QString(), CtrlKey(Qt::Key_Z), this,
         [this] { session.RunCommand(kHostCommandUndo); });
     redo = AddEntry(menu, QString(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), this,
         [this] { session.RunCommand(kHostCommandRedo); });

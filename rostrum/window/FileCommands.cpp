@@ -69,7 +69,7 @@ void FileCommands::Fill(QMenu *menu)
         if (!items.isEmpty())
             tree.Pick(items);
     };
-    const QKeySequence importKey(Qt::CTRL | Qt::Key_I);
+    const QKeySequence importKey = CtrlKey(Qt::Key_I);
     AddEntry(menu, tr("&Import Drawings..."), importKey, this,
         [this, pick] { pick(importer.AskAndImport(/*stills=*/false, tree.TargetFolder())); });
     AddEntry(menu, tr("Import S&tills..."), this,
@@ -77,7 +77,7 @@ void FileCommands::Fill(QMenu *menu)
     AddEntry(menu, tr("Import &Folder..."), this,
         [this, pick] { pick(importer.AskForFolderAndImport(tree.TargetFolder())); });
     menu->addSeparator();
-    const QKeySequence renderKey(Qt::CTRL | Qt::Key_M);
+    const QKeySequence renderKey = CtrlKey(Qt::Key_M);
     AddEntry(menu, tr("Render Fra&mes..."), renderKey, this, &FileCommands::OnRender);
     QAction *movie = AddEntry(menu, tr("Render Mo&vie..."), this, &FileCommands::OnRenderMovie);
     GreyUnless(menu, movie, [movie] {
@@ -87,8 +87,7 @@ void FileCommands::Fill(QMenu *menu)
         return isThere;
     });
     menu->addSeparator();
-    AddEntry(
-        menu, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &FileCommands::QuitWanted);
+    AddEntry(menu, tr("&Quit"), CtrlKey(Qt::Key_Q), this, &FileCommands::QuitWanted);
 }
 
 /// @return false
@@ -172,16 +171,16 @@ bool FileCommands::OpenOrRecover(const QString &path)
     const QString copy = ProjectFiles::CopyOf(path);
     if (copy.isEmpty())
         return OpenAsSaved(path);
-    switch (AskToRecover(path, copy, window)) {
-    case Recovery::Cancel:
+    const Recovery answer = AskToRecover(path, copy, window);
+    if (answer == Recovery::Cancel)
         return false;
-    case Recovery::OpenAsSaved:
+    if (ProjectFiles::CopyOf(path) != copy)
+        return OpenOrRecover(path); // another program was asked the same, and answered first
+    if (answer == Recovery::OpenAsSaved) {
         if (!OpenAsSaved(path))
             return false;
         ProjectFiles::RemoveCopy(copy);
         return true;
-    case Recovery::Recover:
-        break;
     }
     const QString error = files.OpenCopy(copy, path);
     if (error.isEmpty())
@@ -197,6 +196,12 @@ void FileCommands::OfferLeftCopies()
     if (copy.isEmpty() || files.IsDirty())
         return;
     const LeftWork answer = AskAboutLeftWork(copy, window);
+    if (answer == LeftWork::Later)
+        return;
+    if (!files.LeftCopies().contains(copy)) { // as above
+        Warn(tr("Another window has taken or removed that project meanwhile."));
+        return;
+    }
     if (answer == LeftWork::Remove)
         ProjectFiles::RemoveCopy(copy);
     if (answer != LeftWork::Recover)

@@ -93,6 +93,7 @@ bool Importer::Load(
 {
     QProgressDialog progress(
         QStringLiteral("Reading drawings..."), QStringLiteral("Cancel"), 0, groups.size(), window);
+    progress.setWindowTitle(QStringLiteral("Import"));
     progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(patience);
     for (int i = 0; i < groups.size(); ++i) {

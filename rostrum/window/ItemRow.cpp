@@ -32,10 +32,11 @@ QColor TextColor(const QStyleOptionViewItem &option)
         QPalette::Normal, isSelected ? QPalette::HighlightedText : QPalette::Text);
 }
 
-void DrawLine(QPainter *painter, const QRect &rect, int flags, const QString &text)
+void DrawLine(QPainter *painter, const QRect &rect, Qt::Alignment alignment, const QString &text)
 {
     const QFontMetrics metrics(painter->font());
-    painter->drawText(rect, flags, metrics.elidedText(text, Qt::ElideRight, rect.width()));
+    painter->drawText(
+        rect, static_cast<int>(alignment), metrics.elidedText(text, Qt::ElideRight, rect.width()));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ItemText.h"
 
 #include "core/DrawingFolder.h"
+#include "render/Placement.h"
 #include "window/BlankDrawing.h"
 
 #include <QDir>
@@ -82,7 +83,7 @@ QString SizeText(const Item &item)
 QString LengthText(const Item &item)
 {
     if (const Composition *composition = item.AsComposition()) {
-        const int frames = composition->rate.FrameAt(composition->duration);
+        const int frames = FrameCount(*composition);
         return frames == 1 ? QStringLiteral("1 frame") : QStringLiteral("%1 frames").arg(frames);
     }
     const Footage *footage = item.AsFootage();

@@ -29,8 +29,7 @@ void LayerCommands::Fill(QMenu *menu)
     QMenu *made = menu->addMenu(tr("&New"));
     fromProject = made->addMenu(tr("From &Footage"));
     connect(fromProject, &QMenu::aboutToShow, this, &LayerCommands::FillFromProject);
-    AddEntry(made, tr("&Solid..."), QKeySequence(Qt::CTRL | Qt::Key_Y), this,
-        &LayerCommands::OnNewSolid);
+    AddEntry(made, tr("&Solid..."), CtrlKey(Qt::Key_Y), this, &LayerCommands::OnNewSolid);
     AddEntry(made, tr("&Camera"), this, [this] { OnNewWithoutSource(LayerKind::Camera); });
     AddEntry(made, tr("&Light"), this, [this] { OnNewWithoutSource(LayerKind::Light); });
     AddEntry(made, tr("&Text..."), this, &LayerCommands::OnNewText);
@@ -40,7 +39,7 @@ void LayerCommands::Fill(QMenu *menu)
     QMenu *labels = menu->addMenu(tr("&Label"));
     FillLabelMenu(labels, [this](int label) { OnLabel(label); });
     GreyWithoutLayers(menu, labels->menuAction());
-    const QKeySequence duplicateKey(Qt::CTRL | Qt::Key_D);
+    const QKeySequence duplicateKey = CtrlKey(Qt::Key_D);
     AddOnSelection(menu, tr("&Duplicate"), duplicateKey, &LayerCommands::OnDuplicate);
     AddOnSelection(menu, tr("De&lete"), QKeySequence(), &LayerCommands::OnDelete);
     menu->addSeparator();

@@ -102,7 +102,8 @@ QString MovieJob::Encode(const QString &pattern, const QString &target, int fram
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return {};
     static const QRegularExpression places(QStringLiteral("\\[[^\\]]* @ 0x[0-9a-f]+\\] "));
-    const QString said = QString::fromUtf8(process.readAllStandardError()).remove(places).trimmed();
+    QString said = QString::fromUtf8(process.readAllStandardError()).remove(places).trimmed();
+    said.replace(target, path); // nobody knows the name that the movie has meanwhile
     return Failed(
         path, said.isEmpty() ? QStringLiteral("the encoder failed") : said.right(kErrorLength));
 }

@@ -19,6 +19,8 @@ public:
         const Project &project, ItemId composition, const QString &encoder, const QString &path);
 
     void SetRange(qint32 first, qint32 last);
+    /// What messages call the first frame: 0 at the start.
+    void SetFirstNumber(qint32 number) { job.SetFirstNumber(number); }
 
     /// Not to be run in the thread of a window. In the progress each frame counts twice, drawn and
     /// encoded. @return `written` is the number of frames in the movie

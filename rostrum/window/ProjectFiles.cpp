@@ -28,6 +28,19 @@ QString ProjectLockPath(const QString &path)
         QLatin1Char('.') + file.fileName() + QLatin1String(kLockSuffix));
 }
 
+/// Of a program that is not the first on the project.
+QString OtherLockPath(const QString &path, const QString &id)
+{
+    const QFileInfo file(path);
+    return file.absoluteDir().filePath(
+        QLatin1Char('.') + file.fileName() + QLatin1Char('-') + id + QLatin1String(kLockSuffix));
+}
+
+QString NewId()
+{
+    return QUuid::createUuid().toString(QUuid::Id128).left(8);
+}
+
 QString CopyLockPath(const QString &copy)
 {
     return copy + QLatin1String(kLockSuffix);
@@ -46,6 +59,19 @@ bool IsFree(const QString &path)
 {
     const auto lock = LockAt(path);
     return lock->tryLock() || lock->error() != QLockFile::LockFailedError;
+}
+
+/// All locks that programs have on the project, that of the first one first.
+QStringList ProjectLocks(const QString &path)
+{
+    QStringList locks{ ProjectLockPath(path) };
+    const QDir folder = QFileInfo(path).absoluteDir();
+    const QString stem = QFileInfo(OtherLockPath(path, {})).completeBaseName();
+    for (const QString &name : folder.entryList(QDir::Files | QDir::Hidden)) {
+        if (name.startsWith(stem) && name.endsWith(QLatin1String(kLockSuffix)))
+            locks << folder.filePath(name);
+    }
+    return locks;
 }
 
 /// Beside the project file, those that no living program writes.
@@ -118,18 +144,24 @@ void ProjectFiles::LockProject(const QString &path)
         return;
     projectLock = LockAt(ProjectLockPath(path));
     isOpenElsewhere = !projectLock->tryLock() && projectLock->error() == QLockFile::LockFailedError;
+    if (!isOpenElsewhere)
+        return;
+    projectLock = LockAt(OtherLockPath(path, NewId()));
+    projectLock->tryLock(); // unchecked: nobody else takes this name
 }
 
 QString ProjectFiles::OpenElsewhere(const QString &path)
 {
-    const QString lockPath = ProjectLockPath(path);
-    if (IsFree(lockPath))
-        return {};
-    qint64 process = 0;
-    QString machine, program;
-    if (!LockAt(lockPath)->getLockInfo(&process, &machine, &program))
-        return QStringLiteral("another program");
-    return QStringLiteral("%1 on %2, process %3").arg(program, machine).arg(process);
+    for (const QString &lockPath : ProjectLocks(path)) {
+        if (IsFree(lockPath))
+            continue;
+        qint64 process = 0;
+        QString machine, program;
+        if (!LockAt(lockPath)->getLockInfo(&process, &machine, &program))
+            return QStringLiteral("another program");
+        return QStringLiteral("%1 on %2, process %3").arg(program, machine).arg(process);
+    }
+    return {};
 }
 
 void ProjectFiles::New()
@@ -167,7 +199,7 @@ QString ProjectFiles::Save(const QString &path)
 
 QString ProjectFiles::NewOwnCopy() const
 {
-    const QString id = QUuid::createUuid().toString(QUuid::Id128).left(8);
+    const QString id = NewId();
     const QString &path = session.GetDocument().path;
     if (!path.isEmpty()) {
         const QFileInfo file(path);
@@ -178,12 +210,23 @@ QString ProjectFiles::NewOwnCopy() const
     return QDir(dataFolder).filePath(QStringLiteral("untitled-") + id + QLatin1String(kCopySuffix));
 }
 
-/// Held by a lock, so that no other program takes it for left over.
-void ProjectFiles::TakeOwnCopy(const QString &copy)
+/// Held by a lock, so that no other program takes it for left over. Where no lock can be made, writing
+/// the copy tells why. @return false when another program holds it
+bool ProjectFiles::TakeOwnCopy(const QString &copy)
 {
+    auto lock = LockAt(CopyLockPath(copy));
+    if (!lock->tryLock() && lock->error() == QLockFile::LockFailedError)
+        return false;
     ownCopy = copy;
-    ownLock = LockAt(CopyLockPath(copy));
-    ownLock->tryLock(); // unchecked: where there is no lock, writing the copy tells why
+    ownLock = std::move(lock);
+    return true;
+}
+
+/// Goes on with a copy that was left. @return false when another program holds it
+bool ProjectFiles::TakeCopy(const QString &copy, const QString &path)
+{
+    const bool isPlain = !path.isEmpty() && copy == CopyBeside(path);
+    return isPlain ? !isOpenElsewhere : TakeOwnCopy(copy);
 }
 
 QString ProjectFiles::AutosavePath() const
@@ -199,7 +242,7 @@ void ProjectFiles::StartAutosave()
     if (writer.joinable() || !IsDirty() || isKnown || session.GetDocument().IsGroupOpen())
         return;
     if (ownCopy.isEmpty() && (isOpenElsewhere || session.GetDocument().path.isEmpty()))
-        TakeOwnCopy(NewOwnCopy());
+        TakeOwnCopy(NewOwnCopy()); // unchecked: the name is new
     beingCopied = project;
     writer = std::thread([this, project, path = AutosavePath()] {
         writerError = SaveProject(project, path);
@@ -287,10 +330,9 @@ QString ProjectFiles::OpenCopy(const QString &copy, const QString &path)
     RemoveAutosave();
     const QString absolute = path.isEmpty() ? QString() : QFileInfo(path).absoluteFilePath();
     Take(loaded.project, absolute, file.project);
-    if (path.isEmpty() || copy != CopyBeside(path))
-        TakeOwnCopy(copy);
-    copied = loaded.project;
-    hasCopy = true; // it stays until the project is saved
+    hasCopy = TakeCopy(copy, path); // it stays until the project is saved
+    if (hasCopy)
+        copied = loaded.project;
     return {};
 }
 

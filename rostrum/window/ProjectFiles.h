@@ -7,9 +7,10 @@
 //           that ended otherwise.
 // Locks     While a program has a project open, a hidden lock file lies beside it
 //           (".scene.rostrum.lock"); it tells the program, so that one that is gone locks nothing. A
-//           second program that opens the project gives its copy a name and a lock of its own, as
-//           that of a project without a file has. What a living program has locked is never taken
-//           for left over.
+//           second program that opens the project has a lock of another name
+//           (".scene.rostrum-1a2b3c4d.lock"), so that a third one sees it when the first has gone. It
+//           gives its copy a name and a lock of its own, as that of a project without a file has.
+//           What a living program has locked is never taken for left over, nor taken from it.
 //
 // All files are written whole or not at all.
 #pragma once
@@ -63,7 +64,8 @@ public:
     static QString CopyOf(const QString &path);
     /// Copies of projects without a file, left by sessions that did not end by themselves.
     QStringList LeftCopies() const;
-    /// Opens a copy in place of the file, which stays as it is until the project is saved.
+    /// Opens a copy in place of the file, which stays as it is until the project is saved. A copy that
+    /// another program holds stays that one's.
     /// @param path the project's file, empty when it has none
     QString OpenCopy(const QString &copy, const QString &path);
     /// Removes a copy that is not wanted.
@@ -82,7 +84,8 @@ private:
     void RemoveAutosave();
     QString EndAutosave();
     void OnCopyWritten();
-    void TakeOwnCopy(const QString &copy);
+    bool TakeOwnCopy(const QString &copy);
+    bool TakeCopy(const QString &copy, const QString &path);
     QString NewOwnCopy() const;
 
     Session &session;

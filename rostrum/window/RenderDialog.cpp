@@ -1,6 +1,6 @@
 #include "RenderDialog.h"
 
-#include "window/ItemText.h"
+#include "window/OneLine.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -21,14 +21,21 @@ namespace {
 constexpr int kMessagesTold = 8;
 constexpr int kFieldWidth = 380; // pixels
 constexpr char kMovieSuffix[] = ".mp4";
+constexpr int kFirstNumber = 1; // what a person calls the first frame
 
-QSpinBox *FrameBox(const char *name, int high, int value)
+/// @param count of the composition's frames @param frame counted from 0
+QSpinBox *FrameBox(const char *name, int count, int frame)
 {
     auto *box = new QSpinBox;
     box->setObjectName(QLatin1String(name));
-    box->setRange(0, high);
-    box->setValue(value);
+    box->setRange(kFirstNumber, qMax(count - 1, 0) + kFirstNumber);
+    box->setValue(frame + kFirstNumber);
     return box;
+}
+
+int FrameOf(const QSpinBox *box)
+{
+    return box->value() - kFirstNumber;
 }
 
 } // namespace
@@ -39,10 +46,11 @@ RenderDialog::RenderDialog(Session &session, RenderTarget target, QWidget *paren
     , target(target)
     , composition(session.ActiveCompositionId())
     , place(new QLineEdit)
-    , first(FrameBox("first", session.FrameCount() - 1, 0))
-    , last(FrameBox("last", session.FrameCount() - 1, session.FrameCount() - 1))
+    , first(FrameBox("first", session.FrameCount(), 0))
+    , last(FrameBox("last", session.FrameCount(), session.FrameCount() - 1))
     , background(new QCheckBox(tr("With the composition's background")))
     , count(new QLabel)
+    , files(target == RenderTarget::Frames ? new OneLine : nullptr)
     , state(new QLabel)
     , bar(new QProgressBar)
 {
@@ -61,8 +69,10 @@ RenderDialog::RenderDialog(Session &session, RenderTarget target, QWidget *paren
     state->setTextInteractionFlags(Qt::TextSelectableByMouse);
     bar->setVisible(false);
     MakeFields();
-    for (QSpinBox *box : { first, last })
+    for (QSpinBox *box : { first, last }) {
+        box->setToolTip(tr("Frames count from 1 here, as in viewer, timeline and sheet."));
         connect(box, QOverload<int>::of(&QSpinBox::valueChanged), this, &RenderDialog::OnRange);
+    }
     connect(this, &RenderDialog::Progressed, this, &RenderDialog::OnProgressed);
     connect(this, &RenderDialog::Finished, this, &RenderDialog::OnFinished, Qt::QueuedConnection);
     OnRange();
@@ -95,6 +105,13 @@ void RenderDialog::MakeFields()
     form->setContentsMargins(0, 0, 0, 0);
     form->addRow(target == RenderTarget::Frames ? tr("Folder") : tr("Movie"), where);
     form->addRow(tr("Frames"), range);
+    if (files) {
+        files->setObjectName(QStringLiteral("files"));
+        files->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
+        auto *line = new QHBoxLayout;
+        line->addWidget(files, 1); // which a form would leave without any width
+        form->addRow(tr("Files"), line);
+    }
     form->addRow(QString(), background);
 
     render = new QPushButton(tr("Render"));
@@ -144,6 +161,26 @@ void RenderDialog::OnRange()
     const int frames = last->value() - first->value() + 1;
     count->setText(frames > 0 ? tr("= %1 frames").arg(frames) : tr("the last is before the first"));
     render->setEnabled(frames > 0);
+    if (!files)
+        return;
+    const QString names = FilesText();
+    files->setText(names);
+    files->setToolTip(names.isEmpty()
+            ? QString()
+            : tr("%1\nFiles count from 0, as the command line does: frame 1 is file 0.")
+                  .arg(names));
+}
+
+/// What the files will be called, empty where there will be none.
+QString RenderDialog::FilesText() const
+{
+    if (FrameOf(last) < FrameOf(first))
+        return {};
+    RenderJob job(session.GetProject(), composition);
+    job.SetRange(FrameOf(first), FrameOf(last));
+    const QString name = job.FileName(FrameOf(first));
+    return first->value() == last->value() ? name
+                                           : tr("%1 to %2").arg(name, job.FileName(FrameOf(last)));
 }
 
 bool RenderDialog::MayOverwrite(const QString &path)
@@ -163,10 +200,12 @@ RenderResult RenderDialog::Run(const Project &project, const QString &path)
     if (target == RenderTarget::Movie) {
         MovieJob job(project, composition, FindEncoder(), path);
         job.SetRange(firstFrame, lastFrame);
+        job.SetFirstNumber(kFirstNumber);
         return job.Run(progress);
     }
     RenderJob job(project, composition);
     job.SetRange(firstFrame, lastFrame);
+    job.SetFirstNumber(kFirstNumber);
     job.SetFolder(path);
     job.SetBackground(withBackground);
     return job.Run(progress);
@@ -185,8 +224,8 @@ void RenderDialog::OnRender()
     }
     if (!MayOverwrite(path))
         return;
-    firstFrame = first->value();
-    lastFrame = last->value();
+    firstFrame = FrameOf(first);
+    lastFrame = FrameOf(last);
     withBackground = background->isChecked();
     fields->setEnabled(false);
     render->setEnabled(false);

@@ -1,6 +1,9 @@
 // Asks where and which frames of the active composition are to be rendered, and renders them: as
 // numbered files, or as a movie. The way is shown and can be stopped; the window stays alive, since
 // another thread draws, from a copy of the project.
+//
+// Fields and messages count the frames from 1, as viewer, timeline and sheet do; the files that are
+// written count from 0, as the command line does, and the dialog shows their names.
 #pragma once
 
 #include "window/MovieJob.h"
@@ -45,6 +48,7 @@ private:
     void OnProgressed(int done, int total, double secondsLeft);
     void OnFinished();
     void OnRange();
+    QString FilesText() const;
     void Say(const QString &text);
     RenderResult Run(const Project &project, const QString &path);
     QString ProposedPath() const;
@@ -58,6 +62,7 @@ private:
     QSpinBox *last;
     QCheckBox *background;
     QLabel *count;
+    QLabel *files; // null for a movie
     QLabel *state;
     QProgressBar *bar;
     QPushButton *render = nullptr;

@@ -1,5 +1,7 @@
 #include "Session.h"
 
+#include "render/Placement.h"
+
 #include <QAbstractEventDispatcher>
 #include <QThread>
 
@@ -65,7 +67,7 @@ const Composition *Session::ActiveComposition() const
 int Session::FrameCount() const
 {
     const Composition *active = ActiveComposition();
-    return active ? active->rate.FrameAt(active->duration) : 0;
+    return active ? rostrum::FrameCount(*active) : 0;
 }
 
 Time Session::CurrentTime() const

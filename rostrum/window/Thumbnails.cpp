@@ -1,5 +1,7 @@
 #include "Thumbnails.h"
 
+#include "render/Placement.h"
+
 #include <QImageReader>
 #include <QPainter>
 
@@ -75,7 +77,7 @@ QImage Thumbnails::Draw(ItemId id)
     }
     QImage image;
     if (const Composition *composition = item.AsComposition()) {
-        const int frames = composition->rate.FrameAt(composition->duration);
+        const int frames = FrameCount(*composition);
         renderer.Render(session.GetProject(), id, frames / 2, &image);
         // unchecked: a composition that is too large shows the plain field
     }

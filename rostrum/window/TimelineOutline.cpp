@@ -328,15 +328,14 @@ void TimelineOutline::keyPressEvent(QKeyEvent *event)
         board.SelectLayer(composition->layers[at]->id, {});
         emit SigShowRow(board.Rows().RowOf(composition->layers[at]->id));
     };
+    const Qt::Key foldKey = board.IsUnfolded(layer) ? Qt::Key_Left : Qt::Key_Right;
     if (event->key() == Qt::Key_Escape && held)
         EndDrag();
     else if (event->key() == Qt::Key_Up)
         select(index - 1);
     else if (event->key() == Qt::Key_Down)
         select(index + 1);
-    else if (event->key() == Qt::Key_Right && layer && !board.IsUnfolded(layer))
-        board.ToggleFold(layer);
-    else if (event->key() == Qt::Key_Left && layer && board.IsUnfolded(layer))
+    else if (event->key() == foldKey && layer)
         board.ToggleFold(layer);
     else if (event->key() == Qt::Key_F2 && layer)
         OnRename(board.Rows().RowOf(layer));

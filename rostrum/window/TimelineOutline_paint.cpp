@@ -147,7 +147,9 @@ void TimelineOutline::DrawStream(
     QRect name = cells.Rect(OutlineCells::Name, top);
     name.setLeft(cells.Rect(OutlineCells::KeyBehind, top).right() + 6);
     painter.setPen(colors.text);
-    DrawElided(painter, name, row.stream.name);
+    // Of an effect's parameters the ends tell one from the next: "Balance des couleurs (TLS): ...".
+    DrawElided(
+        painter, name, row.stream.name, row.stream.id.effect == 0 ? Qt::ElideRight : Qt::ElideLeft);
     painter.setPen(QColor(150, 195, 240)); // what can be typed over
     for (int i = 0; i < row.stream.components; ++i)
         DrawElided(painter, cells.Rect(OutlineCells::Value, top, i),

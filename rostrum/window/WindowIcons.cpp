@@ -121,7 +121,7 @@ QPixmap Picture(IconShape shape, const QColor &color)
 
 QIcon NewIcon(IconShape shape, const QPalette &palette)
 {
-    const QColor color = palette.color(QPalette::Active, QPalette::ButtonText);
+    const QColor &color = palette.color(QPalette::Active, QPalette::ButtonText);
     QColor faint = color;
     faint.setAlphaF(0.35);
     QIcon icon(Picture(shape, color));

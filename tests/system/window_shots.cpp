@@ -4,6 +4,8 @@
 #include "MainDesk.h"
 
 #include "core/ProjectFile.h"
+#include "window/ColorButton.h"
+#include "window/Importer.h"
 #include "window/ProjectTree.h"
 #include "window/Style.h"
 #include "window/Timeline.h"
@@ -17,8 +19,11 @@
 #include <QLockFile>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -46,7 +51,12 @@ public:
     {
         Save(QStringLiteral("01-empty"));
         FirstDialogs();
-        desk.Window().Open(scene);
+        if (!desk.Window().Open(scene)) { // another run has it open, say
+            Missed("the scene");
+            for (const QString &surprise : desk.Surprises())
+                std::fprintf(stderr, "not foreseen: %s\n", qPrintable(surprise));
+            return 1;
+        }
         QTest::qWait(3 * kPaintTime); // the thumbnails
         Save(QStringLiteral("10-scene"));
         OpenPanel();
@@ -67,7 +77,7 @@ private:
         good = QApplication::primaryScreen()->grabWindow(0).save(path) && good;
     }
     /// Saves a picture of the dialog that comes next, and closes it.
-    void SaveNext(const QString &name, std::function<void(QWidget &)> before = {})
+    void SaveNext(const QString &name, const std::function<void(QWidget &)> &before = {})
     {
         desk.WhenAsked([this, name, before](QWidget &dialog) {
             if (before)
@@ -110,6 +120,27 @@ private:
         auto *timeline = desk.Window().findChild<Timeline *>();
         timeline->Board().ToggleFold(layers[1]->id);
         Save(QStringLiteral("12-timeline-open"));
+        timeline->Board().ToggleFold(layers[1]->id);
+        Effects(*timeline, layers[2]->id);
+    }
+    /// A layer with one of each effect, its values unfolded, from their top and from their end.
+    void Effects(Timeline &timeline, LayerId layer)
+    {
+        const ItemId composition = desk.Session().ActiveCompositionId();
+        desk.Session().Do("Effects", [&](Project &project) {
+            for (const EffectInfo &effect : InstalledEffects())
+                project.ApplyEffect(composition, layer, effect.key);
+        });
+        desk.Session().SelectLayers({ layer });
+        timeline.Board().ToggleFold(layer);
+        auto *down = timeline.findChild<QScrollBar *>(QStringLiteral("sb_Y"));
+        down->setValue(down->maximum() / 2);
+        Save(QStringLiteral("13-effects"));
+        down->setValue(down->maximum());
+        Save(QStringLiteral("14-effects-end"));
+        timeline.Board().ToggleFold(layer);
+        desk.Session().RunCommand(kHostCommandUndo);
+        down->setValue(0);
     }
     void Menus()
     {
@@ -171,6 +202,16 @@ private:
     void Dialogs()
     {
         SaveDialog(QStringLiteral("40-settings"), "Composition", "Settings");
+        desk.WhenAsked([this](QWidget &dialog) {
+            QTimer::singleShot(
+                kPaintTime, this, [this] { // the hand for dialogs is busy with this one
+                    Save(QStringLiteral("42-color"));
+                    QApplication::activeModalWidget()->close();
+                });
+            desk.Click(dialog.findChild<ColorButton *>());
+            dialog.close();
+        });
+        Choose("Composition", "Settings");
         SaveDialog(QStringLiteral("43-rename-layer"), "Layer", "Rename");
         SaveNext(QStringLiteral("41-solid"));
         QTest::keyClick(&desk.Window(), Qt::Key_Y, Qt::ControlModifier);
@@ -202,6 +243,51 @@ private:
         SaveDialog(QStringLiteral("46-save-as"), "File", "Save As");
         ListDialog(QStringLiteral("48-relink"), QStringLiteral("Relink..."));
         SaveDialog(QStringLiteral("47-import-folder"), "File", "Import Folder");
+        Imports();
+    }
+    /// An import that takes a while, stopped; and one of files that are none.
+    void Imports()
+    {
+        const QDir many(folder + QStringLiteral("/many"));
+        many.mkpath(QStringLiteral("."));
+        for (int i = 0; i < 400; ++i) { // without numbers each is a drawing of its own
+            const QString name = QStringLiteral("drawing %1%2.png")
+                                     .arg(QChar('a' + i / 20))
+                                     .arg(QChar('a' + i % 20));
+            QFile::copy(QFileInfo(scene).dir().filePath(QStringLiteral("walk/walk0001.png")),
+                many.filePath(name)); // unchecked: a run before left it
+        }
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [this, &watch] {
+            auto *progress = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+            if (!progress || progress->value() < 150)
+                return;
+            watch.stop();
+            Save(QStringLiteral("49-import-progress"));
+            progress->cancel();
+        });
+        watch.start(1);
+        Importer importer(desk.Session(), &desk.Window());
+        importer.patience = 0;
+        importer.Import({ many.path() }); // unchecked: it is stopped
+        if (watch.isActive())
+            Missed("the import's progress");
+        Save(QStringLiteral("49-import-stopped"));
+
+        QStringList bad;
+        for (const char *name : { "torn.png", "a drawing with a rather long name, torn.png" }) {
+            bad << folder + QLatin1Char('/') + QLatin1String(name);
+            QFile file(bad.last());
+            if (!file.open(QIODevice::WriteOnly) || file.write("torn") != 4)
+                Missed(name);
+        }
+        SaveNext(QStringLiteral("49-import-error"));
+        importer.Import(bad); // unchecked: nothing comes in
+    }
+    void Missed(const char *what)
+    {
+        std::fprintf(stderr, "not seen: %s\n", what);
+        good = false;
     }
     /// Of the list's menu, for its second row.
     void ListDialog(const QString &name, const QString &entry)
@@ -263,8 +349,14 @@ private:
             bad.write(
                 "{ \"format\": \"rostrum project\", \"version\": 1, \"items\": [ nothing ] }");
         bad.close();
+        desk.WhenAsked([this](QWidget &dialog) { // what MissingFootage did is not saved
+            Save(QStringLiteral("68-unsaved"));
+            desk.Click(static_cast<QMessageBox &>(dialog).button(QMessageBox::Discard));
+        });
         SaveNext(QStringLiteral("63-damaged"));
         desk.Window().Open(bad.fileName());
+        if (!desk.AllAsked())
+            Missed("a question");
         for (const QString &surprise : desk.Surprises())
             std::fprintf(stderr, "not foreseen: %s\n", qPrintable(surprise));
     }

@@ -226,6 +226,11 @@ void TestRenderJob::anImpossibleRangeIsRefused()
         QStringLiteral("The frames %1 to %2 are not in the composition \"walk\", which has 0 to 39")
             .arg(first)
             .arg(last));
+    job.SetFirstNumber(1);
+    QCOMPARE(job.Run().error,
+        QStringLiteral("The frames %1 to %2 are not in the composition \"walk\", which has 1 to 40")
+            .arg(first + 1)
+            .arg(last + 1));
     QCOMPARE(Files(folder->path()), QStringList());
 }
 

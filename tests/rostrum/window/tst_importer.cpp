@@ -46,6 +46,7 @@ public:
         auto *progress = qobject_cast<QProgressDialog *>(object);
         if (progress && event->type() == QEvent::Show) {
             wasShown = true;
+            title = progress->windowTitle();
             auto *cancel = progress->findChild<QPushButton *>();
             QTimer::singleShot(
                 0, progress, [cancel] { QTest::mouseClick(cancel, Qt::LeftButton); });
@@ -53,6 +54,7 @@ public:
         return false;
     }
     bool wasShown = false;
+    QString title;
 };
 
 } // namespace
@@ -236,6 +238,7 @@ void TestImporter::aCancelledImportBringsNothing()
     QCOMPARE(importer.ImportStills(paths).size(), 0);
 
     QVERIFY(cancel.wasShown);
+    QCOMPARE(cancel.title, QStringLiteral("Import"));
     QCOMPARE(fixture.ItemNames(), QStringList());
     QCOMPARE(fixture.Session().GetDocument().UndoNames().size(), 0);
     QCOMPARE(fixture.Message(), QStringLiteral("The import was cancelled; nothing came in"));

@@ -2,7 +2,9 @@
 #include "core/ProjectFile.h"
 #include "testhost/HostTestMain.h"
 #include "window/HistoryList.h"
+#include "window/ItemRow.h"
 #include "window/MessageLog.h"
+#include "window/Viewer.h"
 
 #include <QDesktopServices>
 #include <QDockWidget>
@@ -59,6 +61,7 @@ private slots:
     void stillsAndFoldersAreImported();
     void theCompositionDialogTakesSizeRateAndLength();
     void compositionSettingsChangeWhatIsShown();
+    void aPartOfAFrameIsAFrameWhereverFramesAreCounted();
     void aCompositionIsMadeFromADrawing();
     void layersOfEachKindAreMade();
     void selectedLayersAreRenamedLabelledDuplicatedAndDeleted();
@@ -384,6 +387,50 @@ void TestMainWindow::compositionSettingsChangeWhatIsShown()
         fixture.Session().GetDocument().UndoNames().last(), QByteArray("Composition Settings"));
 }
 
+/// The list said 2 frames and the viewer went to the second, while the renderer drew three.
+void TestMainWindow::aPartOfAFrameIsAFrameWhereverFramesAreCounted()
+{
+    WindowFixture fixture;
+    rostrum::Composition composition;
+    composition.size = { 32, 20 };
+    composition.duration = { 81, 1000 }; // two frames at 25 a second, and a part
+    rostrum::ItemId made = 0;
+    fixture.Session().Do("Make",
+        [&](rostrum::Project &project) { made = project.AddComposition("scene", composition); });
+    fixture.Session().SetActiveItem(made);
+    fixture.Tree().Pick({ made });
+
+    QCOMPARE(fixture.Tree().topLevelItem(0)->data(0, rostrum::kItemFactsRole).toString(),
+        QStringLiteral("Composition, 32 x 20, 3 frames"));
+    auto &viewer = *fixture.window->findChild<rostrum::Viewer *>();
+    fixture.Activate();
+    viewer.View().setFocus();
+    QTest::keyClick(&viewer.View(), Qt::Key_End);
+    QCOMPARE(fixture.Session().CurrentFrame(), 2);
+    {
+        const DialogHand render([](QDialog &d) {
+            QCOMPARE(d.findChild<QSpinBox *>(QStringLiteral("last"))->text(), QStringLiteral("3"));
+            d.reject();
+        });
+        fixture.Choose(QStringLiteral("File/Render Frames..."));
+        QVERIFY(render.Answered());
+    }
+    const DialogHand settings([](QDialog &d) {
+        QCOMPARE(d.findChild<QSpinBox *>(QStringLiteral("frames"))->text(), QStringLiteral("3"));
+        Type(d, "name", QStringLiteral("street"));
+        ClickButton(d, QStringLiteral("OK"));
+    });
+    fixture.Choose(QStringLiteral("Composition/Settings..."));
+    QVERIFY(settings.Answered());
+    QCOMPARE(fixture.ItemNames(), QStringList{ QStringLiteral("street") });
+    QVERIFY(fixture.Session().ActiveComposition()->duration == composition.duration);
+
+    fixture.Tree().Pick({ made });
+    fixture.Choose(QStringLiteral("Composition/New from Picked Items"));
+    QVERIFY(fixture.Session().ActiveCompositionId() != made);
+    QCOMPARE(fixture.Session().FrameCount(), 3);
+}
+
 void TestMainWindow::aCompositionIsMadeFromADrawing()
 {
     WindowFixture fixture;
@@ -693,8 +740,8 @@ void TestMainWindow::framesAreRenderedFromTheMenu()
     QVERIFY(hand.Answered());
     QCOMPARE(told, QStringLiteral("3 frames are in ") + fixture.Path("out"));
     QCOMPARE(QDir(fixture.Path("out")).entryList(QDir::Files, QDir::Name),
-        QStringList({ QStringLiteral("Composition_0003.png"),
-            QStringLiteral("Composition_0004.png"), QStringLiteral("Composition_0005.png") }));
+        QStringList({ QStringLiteral("Composition_0002.png"),
+            QStringLiteral("Composition_0003.png"), QStringLiteral("Composition_0004.png") }));
 }
 
 void TestMainWindow::withoutACompositionRenderingTells()

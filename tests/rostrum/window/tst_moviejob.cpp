@@ -304,6 +304,7 @@ void TestMovieJob::aFormatThatNobodyKnowsIsToldInTheEncodersWords()
 
     QVERIFY2(result.error.contains(QStringLiteral("output format"), Qt::CaseInsensitive),
         qPrintable(result.error));
+    QVERIFY2(!result.error.contains(QStringLiteral(".rostrum-movie")), qPrintable(result.error));
     QCOMPARE(Left(), QStringList());
 }
 

@@ -82,6 +82,10 @@ private slots:
     void theLockGoesAlongWithSaveAs();
     void aCopyOfALivingProgramIsNotOffered();
     void aProjectThatIsOpenElsewhereGetsACopyOfItsOwn();
+    void theSecondProgramIsSeenWhenTheFirstIsGone();
+    void theSecondProgramsLockGoesWhenItIsGone();
+    void aCopyThatAnotherProgramHoldsIsNotTaken_data();
+    void aCopyThatAnotherProgramHoldsIsNotTaken();
     void copiesOfTheirOwnAreOfferedTheNewestFirst();
     void theLockOfAProgramThatIsGoneLocksNothing();
     void aCopyIsWrittenWhileWorkGoesOn();
@@ -423,6 +427,85 @@ void TestProjectFiles::aProjectThatIsOpenElsewhereGetsACopyOfItsOwn()
     QCOMPARE(desk.files.Save(path), QString());
     QVERIFY(!QFile::exists(copy));
     QCOMPARE(Bytes(desk.Path("scene.autosave.rostrum")), QByteArray("of the other program"));
+}
+
+/// Only the first program had a lock: with that gone, a third one was not asked.
+void TestProjectFiles::theSecondProgramIsSeenWhenTheFirstIsGone()
+{
+    Desk desk;
+    const QString path = desk.Path("scene.rostrum");
+    QCOMPARE(rostrum::SaveProject(Project(), path), QString());
+    QLockFile other(desk.Path(".scene.rostrum.lock"));
+    QVERIFY(other.tryLock());
+    QCOMPARE(desk.files.Open(path), QString());
+    QVERIFY(!ProjectFiles::OpenElsewhere(path).isEmpty());
+
+    other.unlock();
+
+    const QString who = ProjectFiles::OpenElsewhere(path);
+    QVERIFY2(who.contains(QString::number(QCoreApplication::applicationPid())), qPrintable(who));
+    desk.files.New();
+    QCOMPARE(ProjectFiles::OpenElsewhere(path), QString());
+    QCOMPARE(QDir(desk.folder.path()).entryList(QDir::Files | QDir::Hidden),
+        QStringList{ QStringLiteral("scene.rostrum") });
+}
+
+/// A lock of this kind is taken away by whoever looks.
+void TestProjectFiles::theSecondProgramsLockGoesWhenItIsGone()
+{
+    Desk desk;
+    const QString path = desk.Path("scene.rostrum");
+    QCOMPARE(rostrum::SaveProject(Project(), path), QString());
+    const QString lock = desk.Path(".scene.rostrum-1a2b3c4d.lock");
+    Write(lock, "999999999\nrostrum\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+
+    QCOMPARE(ProjectFiles::OpenElsewhere(path), QString());
+    QVERIFY(!QFile::exists(lock));
+}
+
+void TestProjectFiles::aCopyThatAnotherProgramHoldsIsNotTaken_data()
+{
+    QTest::addColumn<QString>("copyName");
+    QTest::addColumn<QString>("lockName");
+    QTest::addColumn<bool>("hasFile");
+    QTest::newRow("of the first program") << QStringLiteral("scene.autosave.rostrum")
+                                          << QStringLiteral(".scene.rostrum.lock") << true;
+    QTest::newRow("of another one") << QStringLiteral("scene.autosave-1a.rostrum")
+                                    << QStringLiteral("scene.autosave-1a.rostrum.lock") << true;
+    QTest::newRow("of a project without a file")
+        << QStringLiteral("data/untitled-1a.autosave.rostrum")
+        << QStringLiteral("data/untitled-1a.autosave.rostrum.lock") << false;
+}
+
+/// Another program took it while the question was up. What is in it comes, and it stays the other's.
+void TestProjectFiles::aCopyThatAnotherProgramHoldsIsNotTaken()
+{
+    QFETCH(QString, copyName);
+    QFETCH(QString, lockName);
+    QFETCH(bool, hasFile);
+    Desk desk;
+    const QString path = hasFile ? desk.Path("scene.rostrum") : QString();
+    const QString copy = desk.folder.filePath(copyName);
+    QVERIFY(QDir().mkpath(desk.Path("data")));
+    if (hasFile)
+        QCOMPARE(rostrum::SaveProject(Project(), path), QString());
+    Project project;
+    project.AddFolder("a");
+    QCOMPARE(rostrum::SaveProject(project, copy), QString());
+    const QByteArray before = Bytes(copy);
+    QLockFile other(desk.folder.filePath(lockName));
+    QVERIFY(other.tryLock());
+
+    QCOMPARE(desk.files.OpenCopy(copy, path), QString());
+
+    QCOMPARE(desk.Items(), 2);
+    QVERIFY(desk.files.IsDirty());
+    desk.Change("b");
+    QCOMPARE(desk.files.Autosave(), QString());
+    QVERIFY(desk.files.AutosavePath() != copy);
+    QCOMPARE(rostrum::LoadProject(desk.files.AutosavePath()).project.ItemCount(), 3);
+    desk.files.Discard();
+    QCOMPARE(Bytes(copy), before);
 }
 
 void TestProjectFiles::copiesOfTheirOwnAreOfferedTheNewestFirst()

@@ -56,6 +56,10 @@ private slots:
     void aDamagedCopyIsToldAndTheFileIsOpened();
     void aProjectThatIsOpenElsewhereIsAskedAbout_data();
     void aProjectThatIsOpenElsewhereIsAskedAbout();
+    void workThatAnotherTookMeanwhileStaysThere_data();
+    void workThatAnotherTookMeanwhileStaysThere();
+    void leftWorkThatAnotherTookMeanwhileStaysThere_data();
+    void leftWorkThatAnotherTookMeanwhileStaysThere();
     void theQuestionAboutLeftWorkTellsWhatItHolds();
 };
 
@@ -158,6 +162,73 @@ void TestRecovery::aProjectThatIsOpenElsewhereIsAskedAbout()
     QVERIFY2(hand.Text().contains(QStringLiteral("is open already")), qPrintable(hand.Text()));
     QCOMPARE(fixture.ItemNames().size(), isOpen ? 1 : 0);
     QVERIFY(!fixture.window->isWindowModified());
+}
+
+void TestRecovery::workThatAnotherTookMeanwhileStaysThere_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("recover") << QStringLiteral("Recover");
+    QTest::newRow("open as saved") << QStringLiteral("Open as Saved");
+}
+
+/// Two windows asked the same; the second that answered wrote over the first's copy, or removed it.
+void TestRecovery::workThatAnotherTookMeanwhileStaysThere()
+{
+    QFETCH(QString, button);
+    WindowFixture fixture;
+    WriteProject(fixture.Path("scene.rostrum"), 1);
+    WriteProject(fixture.Path("scene.autosave.rostrum"), 2);
+    QLockFile other(fixture.Path(".scene.rostrum.lock"));
+    std::unique_ptr<DialogHand> second;
+    const DialogHand hand([&](QDialog &d) {
+        QVERIFY(other.tryLock());
+        d.hide(); // so that the second hand waits for the next one
+        second = std::make_unique<DialogHand>(
+            [](QDialog &box) { ClickButton(box, QStringLiteral("Cancel")); });
+        d.show();
+        ClickButton(d, button);
+    });
+
+    QVERIFY(!fixture.window->Open(fixture.Path("scene.rostrum")));
+
+    QVERIFY(second && second->Answered());
+    QVERIFY2(
+        second->Text().contains(QStringLiteral("is open already")), qPrintable(second->Text()));
+    QCOMPARE(rostrum::LoadProject(fixture.Path("scene.autosave.rostrum")).project.ItemCount(), 3);
+    QCOMPARE(fixture.ItemNames().size(), 0);
+}
+
+void TestRecovery::leftWorkThatAnotherTookMeanwhileStaysThere_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("recover") << QStringLiteral("Recover");
+    QTest::newRow("remove") << QStringLiteral("Remove It");
+}
+
+void TestRecovery::leftWorkThatAnotherTookMeanwhileStaysThere()
+{
+    QFETCH(QString, button);
+    WindowFixture fixture;
+    QVERIFY(QDir().mkpath(fixture.Path("data")));
+    const QString copy = fixture.Path("data/untitled-1234abcd.autosave.rostrum");
+    WriteProject(copy, 3);
+    QLockFile other(copy + QStringLiteral(".lock"));
+    std::unique_ptr<DialogHand> second;
+    const DialogHand hand([&](QDialog &d) {
+        QVERIFY(other.tryLock());
+        d.hide(); // as above
+        second = std::make_unique<DialogHand>(
+            [](QDialog &box) { ClickButton(box, QStringLiteral("OK")); });
+        d.show();
+        ClickButton(d, button);
+    });
+
+    fixture.Show(); // another start
+
+    QVERIFY(second && second->Answered());
+    QVERIFY2(second->Text().contains(QStringLiteral("Another window")), qPrintable(second->Text()));
+    QCOMPARE(rostrum::LoadProject(copy).project.ItemCount(), 4);
+    QCOMPARE(fixture.ItemNames().size(), 0);
 }
 
 void TestRecovery::theQuestionAboutLeftWorkTellsWhatItHolds()

@@ -80,6 +80,8 @@ class TestRenderDialog : public QObject
     Q_OBJECT
 
 private slots:
+    void framesCountFromOneAndFilesFromZero();
+    void aLongNameLeavesTheDialogAsWideAsItIs();
     void aMovieIsRenderedFromTheMenu();
     void anEndingIsAddedToAMoviesName();
     void aMovieThatIsThereIsReplacedOnlyWhenAsked_data();
@@ -95,6 +97,61 @@ private slots:
     void missingDrawingsAreTold();
 };
 
+/// Its frame 12 was the frame 13 of viewer, timeline and sheet.
+void TestRenderDialog::framesCountFromOneAndFilesFromZero()
+{
+    RenderFixture fixture(40);
+    const DialogHand hand([&](QDialog &d) {
+        const auto text = [&](const char *name) {
+            return d.findChild<QSpinBox *>(QLatin1String(name))->text();
+        };
+        auto *files = d.findChild<QLabel *>(QStringLiteral("files"));
+        QCOMPARE(text("first"), QStringLiteral("1"));
+        QCOMPARE(text("last"), QStringLiteral("40"));
+        QCOMPARE(files->text(), QStringLiteral("scene_0000.png to scene_0039.png"));
+        QVERIFY(files->width() > files->fontMetrics().horizontalAdvance(files->text()));
+        Type(d, "first", QStringLiteral("0")); // there is none
+        QCOMPARE(files->text(), QStringLiteral("scene_0000.png to scene_0039.png"));
+        Type(d, "place", fixture.Path("out"));
+        Type(d, "first", QStringLiteral("13"));
+        Type(d, "last", QStringLiteral("12"));
+        QCOMPARE(files->text(), QString());
+        Type(d, "last", QStringLiteral("13"));
+        QCOMPARE(files->text(), QStringLiteral("scene_0012.png"));
+        Type(d, "last", QStringLiteral("15"));
+        QCOMPARE(files->text(), QStringLiteral("scene_0012.png to scene_0014.png"));
+        QVERIFY(files->toolTip().contains(QStringLiteral("frame 1 is file 0")));
+        RunIn(d);
+    });
+
+    fixture.Choose(QStringLiteral("File/Render Frames..."));
+
+    QVERIFY(hand.Answered());
+    QCOMPARE(fixture.Files("out"),
+        QStringList({ QStringLiteral("scene_0012.png"), QStringLiteral("scene_0013.png"),
+            QStringLiteral("scene_0014.png") }));
+}
+
+void TestRenderDialog::aLongNameLeavesTheDialogAsWideAsItIs()
+{
+    RenderFixture fixture(40);
+    int width = 0;
+    const auto look = [&] {
+        const DialogHand hand([&](QDialog &d) { width = d.width(); });
+        fixture.Choose(QStringLiteral("File/Render Frames..."));
+        QVERIFY(hand.Answered());
+    };
+    look();
+    const int before = width;
+    const rostrum::ItemId composition = fixture.Session().ActiveCompositionId();
+    fixture.Session().Do("Rename",
+        [&](rostrum::Project &project) { project.Edit(composition)->name = QByteArray(60, 'm'); });
+
+    look();
+
+    QCOMPARE(width, before);
+}
+
 void TestRenderDialog::aMovieIsRenderedFromTheMenu()
 {
     RenderFixture fixture(5);
@@ -103,7 +160,8 @@ void TestRenderDialog::aMovieIsRenderedFromTheMenu()
         QCOMPARE(d.windowTitle(), QStringLiteral("Render Movie of scene"));
         QVERIFY(!d.findChild<QWidget *>(QStringLiteral("background"))->isVisible());
         Type(d, "place", fixture.Path("out.mp4"));
-        Type(d, "last", QStringLiteral("3"));
+        Type(d, "last", QStringLiteral("4"));
+        QVERIFY(!d.findChild<QWidget *>(QStringLiteral("files")));
         told = RunIn(d);
     });
 
@@ -321,7 +379,7 @@ void TestRenderDialog::missingDrawingsAreTold()
 
     QVERIFY(hand.Answered());
     QVERIFY2(told.contains(QStringLiteral("3 frames are in"))
-            && told.contains(QStringLiteral("Frame 1: "))
+            && told.contains(QStringLiteral("Frame 2: "))
             && told.contains(QStringLiteral("walk0002.png")),
         qPrintable(told));
     QCOMPARE(fixture.Files("out").size(), 3);

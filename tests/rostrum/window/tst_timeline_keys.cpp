@@ -61,6 +61,7 @@ private slots:
     void whatIsNoNumberChangesNothing();
     void tabGoesToTheNextComponent();
     void effectIsTyped();
+    void parametersOfAnEffectAreToldApart();
     void keyButtonAddsAndRemoves();
     void keyBesideTheFrameStartIsMeant();
     void keyArrowsGoFromKeyToKey();
@@ -330,6 +331,32 @@ void TestTimelineKeys::effectIsTyped()
     QCOMPARE(sheet.Find(sheet.layer).effects[0].params[1].Constant()[0], -30.0);
     shown.ClickCell(row, OutlineCells::KeyButton);
     QCOMPARE(sheet.Find(sheet.layer).effects[0].params[1].KeyCount(), 1);
+}
+
+/// All three were "Balance d...".
+void TestTimelineKeys::parametersOfAnEffectAreToldApart()
+{
+    SheetFixture sheet;
+    Shown shown(sheet);
+    EffectId effect = 0;
+    shown.session.Do("Effect", [&](Project &project) {
+        effect = project.ApplyEffect(
+            sheet.composition, sheet.layer, FindEffect(QByteArray(kColorBalance))->key);
+    });
+    const OutlineCells cells(shown.Outline().width());
+    QVector<QImage> names;
+    for (int param = 0; param < 3; ++param) {
+        const int row = shown.Rows().RowOf(sheet.layer, StreamId{ -1, effect, param });
+        QVERIFY(row > 0);
+        QRect place = cells.Rect(
+            OutlineCells::Name, rostrum::TimelineRows::TopOf(row) - shown.Board().ScrollY());
+        place.setLeft(cells.Rect(OutlineCells::KeyBehind, 0).right() + 1);
+        QVERIFY(shown.Outline().rect().contains(place));
+        const QString name = shown.Rows().At(row).stream.name;
+        QVERIFY(shown.Outline().fontMetrics().horizontalAdvance(name) > place.width());
+        names << shown.Outline().grab(place).toImage();
+    }
+    QVERIFY(names[0] != names[1] && names[1] != names[2] && names[0] != names[2]);
 }
 
 void TestTimelineKeys::keyButtonAddsAndRemoves()
