@@ -20,7 +20,7 @@ namespace {
 using bench::DrawnScene;
 using bench::Figure;
 
-constexpr int kFrames = 60; // as many as the viewer keeps
+constexpr int kFrames = 60;
 constexpr qint64 kFrameTime = 40 * 1000 * 1000; // nanoseconds at 25 a second
 
 /// A window that shows an image and nothing else.

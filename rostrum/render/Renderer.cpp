@@ -47,6 +47,11 @@ bool IsWholeMove(const QTransform &matrix, QPoint *by)
         && std::abs(exact.y() - by->y()) < kWholePixel;
 }
 
+qint64 Area(const QRect &rect)
+{
+    return qint64(rect.width()) * rect.height();
+}
+
 bool IsDrawable(const QTransform &matrix)
 {
     const double sum = std::abs(matrix.m11()) + std::abs(matrix.m12()) + std::abs(matrix.m21())
@@ -138,6 +143,8 @@ bool Renderer::Render(const Project &of, ItemId composition, qint32 frame, QImag
 {
     project = &of;
     messages.clear();
+    writtenPixels = 0;
+    isCostly = false;
     const Item *item = of.Find(composition);
     const Composition *found = of.FindComposition(composition);
     if (!found) {
@@ -154,13 +161,17 @@ bool Renderer::Render(const Project &of, ItemId composition, qint32 frame, QImag
         Tell(QStringLiteral("The composition ") + CannotBeDrawn(*item));
         return false;
     }
-    if (frame >= 0 && frame < FrameCount(*found))
-        return DrawComposition(*item, found->rate.FrameTime(frame), background, image);
-    image->fill(background ? ToColor(found->background) : QColor(Qt::transparent));
+    if (frame < 0 || frame >= FrameCount(*found)) {
+        image->fill(background ? ToColor(found->background) : QColor(Qt::transparent));
+        return true;
+    }
+    const int readings = cache.Readings();
+    DrawComposition(*item, found->rate.FrameTime(frame), background, image);
+    isCostly = isCostly || cache.Readings() != readings;
     return true;
 }
 
-bool Renderer::DrawComposition(
+void Renderer::DrawComposition(
     const Item &item, const Time &time, bool withBackground, QImage *image)
 {
     const Composition &composition = *item.AsComposition();
@@ -175,13 +186,14 @@ bool Renderer::DrawComposition(
         if (covered)
             break; // nothing below it can be seen
     }
-    if (!covered) // else every pixel is written anyway
+    if (!covered) { // else every pixel is written anyway
         image->fill(withBackground ? ToColor(composition.background) : QColor(Qt::transparent));
+        writtenPixels += Area(image->rect());
+    }
     QPainter painter(image);
     painter.setRenderHints(QPainter::SmoothPixmapTransform | QPainter::Antialiasing);
     for (auto picture = pictures.crbegin(); picture != pictures.crend(); ++picture)
         Draw(*picture, time, &painter);
-    return true;
 }
 
 bool Renderer::Look(
@@ -233,8 +245,23 @@ bool Renderer::Covers(const Picture &picture, const QSize &size)
         && QRect(by, picture.drawing.image.size()).contains(QRect(QPoint(0, 0), size));
 }
 
+/// Adds what a picture costs in a frame.
+void Renderer::Weigh(const Picture &picture, const QRect &frame)
+{
+    QPoint by;
+    if (picture.hasEffects || !IsWholeMove(picture.matrix, &by)) {
+        isCostly = true;
+        return;
+    }
+    const QRect part = picture.drawing.image.isNull()
+        ? QRect(QPoint(0, 0), picture.source->Dimensions())
+        : picture.drawing.drawn;
+    writtenPixels += Area(part.translated(by).intersected(frame));
+}
+
 void Renderer::Draw(const Picture &picture, const Time &time, QPainter *painter)
 {
+    Weigh(picture, painter->viewport());
     const Solid *solid = picture.source->AsSolid();
     if (solid && !picture.hasEffects) {
         DrawSolid(*solid, picture.matrix, picture.opacity, painter);

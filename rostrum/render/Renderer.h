@@ -22,6 +22,9 @@ namespace rostrum {
 class Renderer
 {
 public:
+    static constexpr qint64 kMostQuickPixels = qint64(1)
+        << 24; // half a frame's time at 60 a second
+
     /// @param cache is kept by reference
     explicit Renderer(DrawingCache &cache) : cache(cache) { }
 
@@ -32,6 +35,11 @@ public:
     /// @return false when there is no such composition, or its size is beyond the limits in
     /// DrawingCache.h, or there is no memory; the image is then null and a message says so
     bool Render(const Project &project, ItemId composition, qint32 frame, QImage *image);
+
+    /// Whether drawing the last frame again would cost little more than showing it: few enough
+    /// pixels, each copied or blended from a drawing in memory. What was read from disk, has an effect
+    /// or lies between whole pixels is not quick.
+    bool IsQuick() const { return !isCostly && writtenPixels <= kMostQuickPixels; }
 
     /// What went wrong in the last frame: what and where, each once.
     const QStringList &Messages() const { return messages; }
@@ -53,12 +61,13 @@ private:
         bool hasEffects = false;
     };
 
-    bool DrawComposition(const Item &item, const Time &time, bool withBackground, QImage *image);
+    void DrawComposition(const Item &item, const Time &time, bool withBackground, QImage *image);
     bool Look(const Composition &composition, const Layer &layer, const Time &time, Picture *found);
     bool LookAtFootage(
         const Layer &layer, const Footage &footage, const Time &time, Picture *found);
     static bool Covers(const Picture &picture, const QSize &size);
     void Draw(const Picture &picture, const Time &time, QPainter *painter);
+    void Weigh(const Picture &picture, const QRect &frame);
     bool MakeRaster(const Picture &picture, Raster *raster);
     QImage Placeholder(const QSize &size);
     QImage TakeImage(const QSize &size);
@@ -71,6 +80,8 @@ private:
     QVector<QImage> spares; // frames of nested compositions, to be drawn into again
     QImage placeholder; // the last one
     int depth = 0; // compositions around the one being drawn
+    qint64 writtenPixels = 0; // of the last frame, by copying and blending
+    bool isCostly = false; // something dearer was done for it
     bool background = true;
 };
 

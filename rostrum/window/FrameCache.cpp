@@ -7,13 +7,11 @@ void FrameCache::Clear()
     for (auto &entry : frames)
         spares.append(std::move(entry.second.image));
     frames.clear();
-    loose = Frame();
     used = 0;
 }
 
-/// Takes frames out until so many bytes fit. @return the pixels of a former frame, to be drawn into
-/// again: fresh memory for a large frame costs as much as drawing it; null where there are none
-QImage FrameCache::MakeRoom(qint32 frame, const QSize &size, qint64 bytes)
+/// Takes frames out until so many bytes fit.
+void FrameCache::MakeRoom(qint32 frame, qint64 bytes)
 {
     while (used + bytes > limit && !frames.empty()) {
         auto last = frames.lower_bound(frame); // the one before it in the ring
@@ -22,6 +20,12 @@ QImage FrameCache::MakeRoom(qint32 frame, const QSize &size, qint64 bytes)
         spares.append(std::move(last->second.image));
         frames.erase(last);
     }
+}
+
+/// @return the pixels of a former frame, to be drawn into again: fresh memory for a large frame
+/// costs as much as drawing it; null where there are none
+QImage FrameCache::TakeSpare(const QSize &size)
+{
     while (!spares.isEmpty() && spares.last().size() != size)
         spares.removeLast(); // of another composition
     return spares.isEmpty() ? QImage() : spares.takeLast();
@@ -41,17 +45,17 @@ const FrameCache::Frame &FrameCache::Get(
         return found->second;
 
     const Composition *target = project.FindComposition(composition);
-    const QSize size = target ? target->size : QSize(0, 0);
-    const qint64 bytes = qint64(size.width()) * size.height() * 4;
-    if (bytes <= limit)
-        loose.image = MakeRoom(frame, size, bytes);
+    if (target && loose.image.size() != target->size)
+        loose.image = TakeSpare(target->size);
     renderer.SetBackground(background);
     renderer.Render(project, composition, frame, &loose.image); // a failure is in the messages
     loose.messages = renderer.Messages();
     ++renderings;
-    if (loose.image.isNull() || loose.image.sizeInBytes() > limit)
+    const qint64 bytes = loose.image.sizeInBytes();
+    if (loose.image.isNull() || renderer.IsQuick() || bytes > limit)
         return loose;
-    used += loose.image.sizeInBytes();
+    MakeRoom(frame, bytes);
+    used += bytes;
     Frame &kept = frames[frame];
     std::swap(kept, loose);
     return kept;

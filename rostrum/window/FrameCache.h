@@ -1,5 +1,9 @@
 // Frames of a composition as they were drawn, up to a limit in bytes.
 //
+// A frame is kept when it was dear. One that is quickly drawn anew (Renderer::IsQuick) is drawn
+// whenever it is shown, into one image, memory that the processor has at hand, while that of a kept
+// frame comes from afar and is better left to the dear ones.
+//
 // They are those of one state of one project: any change empties the cache, found out here,
 // at the next frame asked for. A drawing that was painted over on disk is not noticed while its
 // frames are kept; who knows of it clears.
@@ -27,11 +31,13 @@ public:
     };
 
     /// @param drawings is kept by reference
+    /// @param limit of the frames that are kept; the last one is not counted
     explicit FrameCache(DrawingCache &drawings, qint64 limit = kDefaultLimit)
         : renderer(drawings), limit(limit)
     { }
 
-    /// The frame, drawn now unless it is there. It stands until the next call.
+    /// The frame, drawn now unless it is there. It stands until the next call; its image stays as it
+    /// is for as long as somebody holds it.
     const Frame &Get(const Project &project, ItemId composition, qint32 frame, bool background);
     void Clear();
 
@@ -42,7 +48,8 @@ public:
     int Renderings() const { return renderings; }
 
 private:
-    QImage MakeRoom(qint32 frame, const QSize &size, qint64 bytes);
+    void MakeRoom(qint32 frame, qint64 bytes);
+    QImage TakeSpare(const QSize &size);
 
     Renderer renderer;
     qint64 limit;
@@ -53,7 +60,8 @@ private:
     bool background = true;
     std::map<qint32, Frame> frames;
     QVector<QImage> spares; // memory of frames that were taken out, to be drawn into again
-    Frame loose; // one that is larger than the limit
+    Frame
+        loose; // the last one that is not kept; its memory is drawn into again unless somebody holds it
 };
 
 } // namespace rostrum

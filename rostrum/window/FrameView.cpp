@@ -34,8 +34,9 @@ FrameView::FrameView(QWidget *parent) : QWidget(parent)
 
 void FrameView::SetFrame(const QImage &image, const QString &newText)
 {
-    const bool isOtherSize = image.size() != frame.size();
+    const bool isOtherSize = image.size() != frameSize;
     frame = image;
+    frameSize = image.size();
     scaled = QImage();
     text = newText;
     if (isOtherSize && fitted)

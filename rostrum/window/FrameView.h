@@ -24,6 +24,9 @@ public:
 
     /// @param image is kept, not copied; null shows the text instead
     void SetFrame(const QImage &image, const QString &text = {});
+    /// Holds the frame's pixels no longer, as they are about to be drawn anew; SetFrame is to follow
+    /// before anything is painted.
+    void LetGo() { frame = QImage(); }
     /// While frames follow each other quickly they are scaled roughly.
     void SetQuick(bool on);
 
@@ -62,6 +65,7 @@ private:
     void DrawSafeFrames(QPainter &painter, const QRectF &target) const;
 
     QImage frame;
+    QSize frameSize; // also when it was let go
     QImage scaled; // the frame as it is shown, where it is shown smaller
     QString text;
     double zoom = 1;

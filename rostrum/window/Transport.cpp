@@ -14,6 +14,19 @@
 #include <memory>
 
 namespace rostrum {
+namespace {
+
+/// Gives a label room for a text with any digits: one that takes what each of its texts needs would
+/// lay out the whole window anew at each frame that plays.
+void KeepRoom(QLabel *label, QString widest)
+{
+    for (QChar &sign : widest)
+        sign = sign.isDigit() ? QLatin1Char('8') : sign;
+    const QFontMetrics metrics = label->fontMetrics();
+    label->setFixedSize(metrics.horizontalAdvance(widest), metrics.height());
+}
+
+} // namespace
 
 Transport::Transport(Session &session, QWidget *parent) : QWidget(parent), session(session)
 {
@@ -65,8 +78,6 @@ Transport::Transport(Session &session, QWidget *parent) : QWidget(parent), sessi
     lbDropped->setObjectName(QStringLiteral("lbDropped"));
     lbDropped->setForegroundRole(QPalette::BrightText);
     lbDropped->setToolTip(tr("Frames that came too late to be shown since playing started"));
-    // Its place is kept free: the docks around must not move while it plays.
-    lbDropped->setFixedWidth(lbDropped->fontMetrics().horizontalAdvance(tr("%1 dropped").arg(999)));
     layout->addWidget(lbDropped);
     MakeIcons();
 
@@ -113,7 +124,15 @@ void Transport::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::PaletteChange)
         MakeIcons();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        KeepRooms();
     QWidget::changeEvent(event);
+}
+
+void Transport::KeepRooms()
+{
+    KeepRoom(lbTimecode, lbTimecode->text());
+    KeepRoom(lbDropped, tr("%1 dropped").arg(999)); // also while there are none
 }
 
 void Transport::OnPlay()
@@ -228,10 +247,16 @@ void Transport::ShowNumbers()
     const qint32 frame = qMin(session.CurrentFrame(), kMostFrames - 1); // one more is shown
     const QSignalBlocker quiet(efFrame);
     efFrame->setEnabled(active != nullptr);
-    efFrame->setRange(qMin(frame + 1, 1), qMax(frame + 1, count));
+    const int least = qMin(frame + 1, 1);
+    const int most = qMax(frame + 1, count);
+    if (efFrame->minimum() != least || efFrame->maximum() != most)
+        efFrame->setRange(least, most); // lays out the window anew
     efFrame->setValue(frame + 1);
     lbCount->setText(QStringLiteral("/ %1").arg(count));
+    const int digits = lbTimecode->text().size();
     lbTimecode->setText(Timecode(frame, active ? active->rate : Rate()));
+    if (lbTimecode->text().size() != digits)
+        KeepRooms();
     const qint64 dropped = Dropped();
     lbDropped->setText(dropped > 0 ? tr("%1 dropped").arg(dropped) : QString());
     for (QAction *action : Actions())

@@ -67,6 +67,7 @@ private:
     void OnProjectChanged();
     void OnCompositionChanged();
     void OnFrameTyped();
+    void KeepRooms();
     void ShowNumbers();
 
     Session &session;

@@ -141,6 +141,7 @@ void Viewer::ShowFrame()
         ShowMessages({});
         return;
     }
+    view->LetGo(); // what is not kept is drawn into the memory of the last
     const FrameCache::Frame &frame = (preview ? previewFrames : frames)
                                          .Get(project, composition, session.CurrentFrame(),
                                              /*background=*/!ckChecker->isChecked());
@@ -155,7 +156,9 @@ void Viewer::ShowMessages(const QStringList &messages)
         line += tr("  (and %1 more)").arg(messages.size() - 1);
     if (lbMessages->text() != line)
         lbMessages->setText(line);
-    lbMessages->setToolTip(messages.join(QLatin1Char('\n')));
+    const QString all = messages.join(QLatin1Char('\n'));
+    if (lbMessages->toolTip() != all)
+        lbMessages->setToolTip(all);
     lbMessages->setVisible(!messages.isEmpty());
 }
 

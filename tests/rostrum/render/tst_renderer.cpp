@@ -60,6 +60,9 @@ constexpr QRgb kGround = 0xff304050;
 
 } // namespace
 
+using Change = void (*)(RenderFixture *, LayerId);
+Q_DECLARE_METATYPE(Change)
+
 class TestRenderer : public QObject
 {
     Q_OBJECT
@@ -91,6 +94,10 @@ private slots:
     void aSolidIsDrawnCrispAtWholePixels();
     void anEffectGrowsASolidBeyondItsEdges();
     void effectsRunInTheirOrder();
+    void framesCopiedTogetherAreQuick();
+    void largeFramesAreNotQuick();
+    void framesThatTakeMoreAreNotQuick_data();
+    void framesThatTakeMoreAreNotQuick();
     void theFrameBufferIsUsedAgain();
     void aHeldFrameStaysAsItIs();
     void anOpaqueDrawingOverAllHidesWhatLiesBelow();
@@ -510,6 +517,65 @@ void TestRenderer::effectsRunInTheirOrder()
     fillLast.AddEffect(layer, kColorBalance, { 120, 0, 0 });
     fillLast.AddEffect(layer, kFill, { 100, 0, 0 });
     QCOMPARE(fillLast.Frame().pixel(35, 35), kRedPixel);
+}
+
+void TestRenderer::framesCopiedTogetherAreQuick()
+{
+    RenderFixture scene;
+    scene.Frame();
+    QVERIFY(scene.renderer.IsQuick()); // a background alone
+    AddSteps(&scene);
+    scene.PutCorner(AddSolid(&scene, { 10, 10 }, kRed), 50, 40);
+    Composition *nested = nullptr;
+    AddNestedSteps(&scene, &nested);
+    scene.Frame();
+    QVERIFY(!scene.renderer.IsQuick()); // a drawing was read
+    scene.Frame();
+    QVERIFY(scene.renderer.IsQuick());
+    QImage after;
+    QVERIFY(scene.renderer.Render(scene.project, scene.composition, 1000, &after));
+    QVERIFY(scene.renderer.IsQuick()); // past the end
+}
+
+void TestRenderer::largeFramesAreNotQuick()
+{
+    RenderFixture scene;
+    constexpr int side = 4096;
+    static_assert(side * side == Renderer::kMostQuickPixels);
+    scene.composition = scene.AddComposition(QSize(side, side));
+    scene.Frame();
+    QVERIFY(scene.renderer.IsQuick());
+    scene.PutCorner(AddSolid(&scene, { 1, 1 }, kRed), 10, 10);
+    scene.Frame();
+    QVERIFY(!scene.renderer.IsQuick());
+}
+
+void TestRenderer::framesThatTakeMoreAreNotQuick_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::newRow("turned") << Change([](RenderFixture *scene, LayerId layer) {
+        scene->Edit(layer)->rotation.SetConstant({ 1, 0, 0, 0 });
+    });
+    QTest::newRow("scaled") << Change([](RenderFixture *scene, LayerId layer) {
+        scene->Edit(layer)->scale.SetConstant({ 101, 100, 100, 0 });
+    });
+    QTest::newRow("by half a pixel")
+        << Change([](RenderFixture *scene, LayerId layer) { scene->PutCorner(layer, 10.5, 10); });
+    QTest::newRow("blurred") << Change(
+        [](RenderFixture *scene, LayerId layer) { scene->AddEffect(layer, kGaussianBlur, { 3 }); });
+}
+
+void TestRenderer::framesThatTakeMoreAreNotQuick()
+{
+    QFETCH(Change, change);
+    RenderFixture scene;
+    const LayerId layer = AddSteps(&scene);
+    scene.Frame(1); // reads the drawing
+    scene.Frame(1);
+    QVERIFY(scene.renderer.IsQuick());
+    change(&scene, layer);
+    scene.Frame(1);
+    QVERIFY(!scene.renderer.IsQuick());
 }
 
 void TestRenderer::theFrameBufferIsUsedAgain()

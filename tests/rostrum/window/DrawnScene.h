@@ -44,6 +44,15 @@ public:
         image.save(PathOf(drawing));
     }
 
+    /// Scales the layer by a tenth, so that a frame cannot be copied together: such a frame is kept.
+    void MakeDear()
+    {
+        rostrum::Project project = host.GetProject();
+        project.EditLayer(composition, layer)->scale.SetConstant({ 110, 110, 100, 0 });
+        host.GetDocument().Replace(project);
+        host.GetDocument().view.activeItem = composition;
+    }
+
     QTemporaryDir folder;
     rostrum::Host host;
     rostrum::ItemId composition = 0;

@@ -92,7 +92,10 @@ private slots:
     void comboZooms();
     void dragMoves();
     void fitFollowsTheSize();
-    void framesAreKeptUntilSomethingChanges();
+    void dearFramesAreKeptUntilSomethingChanges();
+    void quickFramesAreDrawnWheneverTheyAreShown();
+    void quickFramesAreDrawnIntoOneImage();
+    void theWindowIsNotLaidOutAnewWhilePlaying();
     void cacheKeepsToItsLimit();
     void memoryOfFramesIsUsedAgain();
     void drawingPaintedOverIsSeenAfterReload();
@@ -482,9 +485,10 @@ void TestViewer::fitFollowsTheSize()
     QCOMPARE(shown.viewer.View().Zoom(), 2.0);
 }
 
-void TestViewer::framesAreKeptUntilSomethingChanges()
+void TestViewer::dearFramesAreKeptUntilSomethingChanges()
 {
     DrawnScene scene;
+    scene.MakeDear();
     Shown shown(scene);
     const FrameCache &frames = shown.viewer.Frames();
     for (int round = 0; round < 3; ++round) {
@@ -501,9 +505,93 @@ void TestViewer::framesAreKeptUntilSomethingChanges()
     QCOMPARE(shown.Pixel(), QColor(0, 0, 255));
 }
 
+void TestViewer::quickFramesAreDrawnWheneverTheyAreShown()
+{
+    DrawnScene scene;
+    Shown shown(scene);
+    const FrameCache &frames = shown.viewer.Frames();
+    const auto playRound = [&] {
+        for (int frame = 0; frame < 10; ++frame) {
+            shown.session.SetCurrentFrame(frame);
+            QCOMPARE(shown.Drawing(), frame);
+        }
+    };
+    playRound();
+    QCOMPARE(frames.Count(), 10); // their drawings came from disk, which was dear
+    shown.viewer.OnReload();
+    const int before = frames.Renderings();
+    for (int round = 0; round < 3; ++round) {
+        playRound();
+        QCOMPARE(frames.Count(), 0);
+    }
+    QCOMPARE(frames.Renderings() - before, 30);
+    // What is painted over meanwhile is seen at once, and kept, as it had to be read.
+    scene.Draw(3, QColor(0, 200, 0));
+    shown.session.SetCurrentFrame(3);
+    QCOMPARE(shown.Pixel(), QColor(0, 200, 0));
+    QCOMPARE(frames.Count(), 1);
+}
+
+void TestViewer::quickFramesAreDrawnIntoOneImage()
+{
+    DrawnScene scene;
+    DrawingCache drawings;
+    FrameCache frames(drawings);
+    const Project &project = scene.host.GetProject();
+    for (int frame = 0; frame < 10; ++frame)
+        frames.Get(project, scene.composition, frame, true); // reads the drawings
+    frames.Clear();
+    const auto get = [&](int frame) -> QImage {
+        return frames.Get(project, scene.composition, frame, true).image;
+    };
+    const uchar *const place = get(0).constBits();
+    for (int frame = 1; frame < 10; ++frame) {
+        QCOMPARE(get(frame).pixelColor(5, 5), DrawnScene::ColorOf(frame));
+        QCOMPARE(get(frame).constBits(), place);
+    }
+    const QImage held = get(4); // which is then left alone
+    QCOMPARE(get(5).pixelColor(5, 5), DrawnScene::ColorOf(5));
+    QCOMPARE(held.pixelColor(5, 5), DrawnScene::ColorOf(4));
+    QCOMPARE(frames.Used(), 0);
+}
+
+void TestViewer::theWindowIsNotLaidOutAnewWhilePlaying()
+{
+    /// Counts what a layout does when one of its widgets wants another size.
+    struct LayoutCounter : QObject
+    {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::LayoutRequest ? 1 : 0;
+            return false;
+        }
+        int count = 0;
+    };
+    DrawnScene scene;
+    Shown shown(scene);
+    shown.Key(Qt::Key_Space);
+    for (int frame = 1; frame < 3; ++frame) { // what showing and starting have left over
+        shown.Wait(1);
+        QCoreApplication::processEvents();
+    }
+    LayoutCounter counter;
+    for (QWidget *widget : shown.viewer.findChildren<QWidget *>())
+        widget->installEventFilter(&counter);
+    shown.viewer.installEventFilter(&counter);
+    for (int frame = 3; frame < 25; ++frame) {
+        shown.Wait(1);
+        QCoreApplication::processEvents();
+        QCOMPARE(shown.session.CurrentFrame(), frame % 10);
+    }
+    QCOMPARE(counter.count, 0);
+    const QLabel &timecode = shown.Find("lbTimecode");
+    QVERIFY(timecode.width() >= timecode.fontMetrics().horizontalAdvance(timecode.text()));
+}
+
 void TestViewer::cacheKeepsToItsLimit()
 {
     DrawnScene scene;
+    scene.MakeDear();
     DrawingCache drawings;
     constexpr qint64 bytes = 64 * 48 * 4;
     FrameCache frames(drawings, 4 * bytes + 17);
@@ -531,6 +619,7 @@ void TestViewer::cacheKeepsToItsLimit()
 void TestViewer::memoryOfFramesIsUsedAgain()
 {
     DrawnScene scene;
+    scene.MakeDear();
     DrawingCache drawings;
     FrameCache frames(drawings);
     Project project = scene.host.GetProject();
@@ -556,6 +645,7 @@ void TestViewer::memoryOfFramesIsUsedAgain()
 void TestViewer::drawingPaintedOverIsSeenAfterReload()
 {
     DrawnScene scene;
+    scene.MakeDear();
     Shown shown(scene);
     scene.Draw(0, QColor(0, 200, 0));
     shown.viewer.OnReload();
