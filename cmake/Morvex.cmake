@@ -15,7 +15,13 @@ add_library(vn_options INTERFACE)
 target_compile_options(vn_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Werror
   -fmacro-prefix-map=${CMAKE_SOURCE_DIR}/= -fmacro-prefix-map=${way_to_source}=)
+if(WIN32) # has one platform, which needs no display until there is a window
+  set(offscreen windows)
+else()
+  set(offscreen offscreen)
+endif()
 target_compile_definitions(vn_options INTERFACE
+  VN_OFFSCREEN="${offscreen}" # the platform of Qt's for a program that only draws
   QT_DEPRECATED_WARNINGS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_ASCII)
 if(VN_SANITIZE)
   target_compile_options(vn_options INTERFACE

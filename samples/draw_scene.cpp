@@ -155,7 +155,7 @@ void Place(Host &host, ItemId compo)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", VN_OFFSCREEN);
     const QGuiApplication application(argc, argv);
     if (argc != 2) {
         std::fprintf(stderr, "usage: draw_scene FOLDER\n");

@@ -90,7 +90,7 @@ void Print(const Host &host, const char *title)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", VN_OFFSCREEN);
     const QGuiApplication application(argc, argv);
     if (argc != 2 && argc != 3) {
         std::fprintf(stderr, "usage: first_cells DRAWING [PROJECT]\n");

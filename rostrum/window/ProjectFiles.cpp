@@ -54,11 +54,20 @@ std::unique_ptr<QLockFile> LockAt(const QString &path)
     return lock;
 }
 
-/// No living program holds the lock. Where none can be made, nobody holds one.
+/// Takes a lock. Where none can be made nobody holds one: in a folder that is not there Windows has not
+/// even an error that Qt would know.
+/// @return false when a living program holds it
+bool TakeLock(const QString &path, std::unique_ptr<QLockFile> *lock)
+{
+    *lock = LockAt(path);
+    return !QFileInfo(path).dir().exists() || (*lock)->tryLock()
+        || (*lock)->error() != QLockFile::LockFailedError;
+}
+
 bool IsFree(const QString &path)
 {
-    const auto lock = LockAt(path);
-    return lock->tryLock() || lock->error() != QLockFile::LockFailedError;
+    std::unique_ptr<QLockFile> lock;
+    return TakeLock(path, &lock);
 }
 
 /// All locks that programs have on the project, that of the first one first.
@@ -142,12 +151,10 @@ void ProjectFiles::LockProject(const QString &path)
     isOpenElsewhere = false;
     if (path.isEmpty())
         return;
-    projectLock = LockAt(ProjectLockPath(path));
-    isOpenElsewhere = !projectLock->tryLock() && projectLock->error() == QLockFile::LockFailedError;
-    if (!isOpenElsewhere)
-        return;
-    projectLock = LockAt(OtherLockPath(path, NewId()));
-    projectLock->tryLock(); // unchecked: nobody else takes this name
+    isOpenElsewhere = !TakeLock(ProjectLockPath(path), &projectLock);
+    if (isOpenElsewhere)
+        TakeLock(
+            OtherLockPath(path, NewId()), &projectLock); // unchecked: nobody else takes this name
 }
 
 QString ProjectFiles::OpenElsewhere(const QString &path)
@@ -214,8 +221,8 @@ QString ProjectFiles::NewOwnCopy() const
 /// the copy tells why. @return false when another program holds it
 bool ProjectFiles::TakeOwnCopy(const QString &copy)
 {
-    auto lock = LockAt(CopyLockPath(copy));
-    if (!lock->tryLock() && lock->error() == QLockFile::LockFailedError)
+    std::unique_ptr<QLockFile> lock;
+    if (!TakeLock(CopyLockPath(copy), &lock))
         return false;
     ownCopy = copy;
     ownLock = std::move(lock);

@@ -46,6 +46,10 @@ void AwaitInterrupt();
 /// Does to a child what Ctrl+C does. @return false when it could not be done
 bool Interrupt(QProcess &child);
 
+/// Returns when no process works in a folder any longer, so that it can be removed: the console that
+/// Windows gives a child may outlive it.
+void AwaitUnused(const QString &folder);
+
 /// Goes on where a failed assertion of this process asks what to do, and writes what it says to standard
 /// error, where it says it by itself if nothing asks. To be called once, before it fails.
 void AnswerAssertion();

@@ -146,6 +146,21 @@ bool Interrupt(QProcess &child)
     return child.write("\n") == 1 && child.waitForBytesWritten();
 }
 
+void AwaitUnused(const QString &folder)
+{
+    const std::wstring path = QDir::toNativeSeparators(folder).toStdWString();
+    for (int tries = 0; tries < 500; ++tries) {
+        constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        const HANDLE removable = CreateFileW(
+            path.c_str(), DELETE, all, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        if (removable != INVALID_HANDLE_VALUE) {
+            CloseHandle(removable);
+            return;
+        }
+        Sleep(10); // ms
+    }
+}
+
 void AnswerAssertion()
 {
     std::thread([] {

@@ -403,7 +403,7 @@ void TestMainJob::theSampleSceneComesUpWithItsSheet()
     scene.start(QCoreApplication::applicationFilePath(),
         { QLatin1String(kScene), QStringLiteral(VN_SCENE), keep });
     QVERIFY(scene.waitForFinished(60000));
-    const QByteArrayList lines = scene.readAllStandardOutput().split('\n');
+    const QByteArrayList lines = scene.readAllStandardOutput().replace('\r', "").split('\n');
     QCOMPARE(scene.exitCode(), 0);
 
     QByteArrayList walk;

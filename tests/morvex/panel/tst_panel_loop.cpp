@@ -249,6 +249,7 @@ void TestPanelLoop::withSyncImaThePanelFollowsTheHostsTime()
     shown.ClickCell(0, 4);
     shown.PickTab("Setup");
     shown.Tick(&GetDoc()->syncIma);
+    QTest::qWait(kLongerThanAnyTimer); // until all is painted, for which the graph asks the host
     shown.SetHostFrame(17);
     shown.Poll();
     QCOMPARE(GetDoc()->GetRow(), 17);

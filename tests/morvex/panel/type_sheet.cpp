@@ -72,7 +72,7 @@ void PrintKeys(const char *title, const Keys &keys)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", VN_OFFSCREEN);
     const QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const Table table = ReadTable(arguments.value(1));

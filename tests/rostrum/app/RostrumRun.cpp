@@ -1,5 +1,7 @@
 #include "RostrumRun.h"
 
+#include "testing/Platform.h"
+
 #include <QProcess>
 
 namespace testing {
@@ -65,6 +67,8 @@ RostrumRun RunRostrum(
     } else if (process.exitStatus() == QProcess::NormalExit) {
         run.status = process.exitCode();
     }
+    if (!folder.isEmpty())
+        AwaitUnused(folder);
     run.out = QString::fromUtf8(process.readAllStandardOutput());
     run.err = QString::fromUtf8(process.readAllStandardError());
     return run;

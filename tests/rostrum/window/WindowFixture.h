@@ -131,6 +131,8 @@ inline void TypePath(QDialog &dialog, const QString &path)
 {
     auto *name = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     QVERIFY(name);
+    name->setCompleter(
+        nullptr); // Wine gives the keyboard to its list of names and does not take it back
     name->setFocus();
     name->selectAll();
     testing::TypeText(name, path);

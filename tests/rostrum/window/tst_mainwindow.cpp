@@ -738,7 +738,8 @@ void TestMainWindow::framesAreRenderedFromTheMenu()
     fixture.Press(Qt::Key_M, Qt::ControlModifier);
 
     QVERIFY(hand.Answered());
-    QCOMPARE(told, QStringLiteral("3 frames are in ") + fixture.Path("out"));
+    QCOMPARE(
+        told, QStringLiteral("3 frames are in ") + QDir::toNativeSeparators(fixture.Path("out")));
     QCOMPARE(QDir(fixture.Path("out")).entryList(QDir::Files, QDir::Name),
         QStringList({ QStringLiteral("Composition_0002.png"),
             QStringLiteral("Composition_0003.png"), QStringLiteral("Composition_0004.png") }));
