@@ -99,6 +99,7 @@ function(vn_test_program name launcher platform)
   set(environment
     QT_QPA_PLATFORM=${platform}
     XDG_RUNTIME_DIR=${VN_RUNTIME_FOLDER}
+    QTEST_FUNCTION_TIMEOUT=3600000 # ms; the limit is that of the whole program
     LC_ALL=C.UTF-8
     LSAN_OPTIONS=suppressions='${CMAKE_SOURCE_DIR}/tests/lsan.supp':print_suppressions=0
     UBSAN_OPTIONS=print_stacktrace=1

@@ -57,7 +57,7 @@ MainDesk::MainDesk()
     window->LoadPlugins({}); // gives a dock to what is entered
     window->resize(kWindowSize);
     window->Start();
-    if (!QTest::qWaitForWindowActive(window.get()))
+    if (!QTest::qWaitForWindowActive(window.get(), kPatience))
         qFatal("the window does not come up");
     connect(&watch, &QTimer::timeout, this, &MainDesk::Answer);
     watch.start(kWatchInterval);
@@ -127,7 +127,7 @@ bool MainDesk::Choose(const char *menuTitle, const QString &text)
             continue;
         Click(bar, bar->actionGeometry(title).center());
         QMenu *menu = title->menu();
-        if (!QTest::qWaitFor([menu] { return menu->isVisible(); }))
+        if (!QTest::qWaitFor([menu] { return menu->isVisible(); }, kPatience))
             return false;
         QAction *entry = FindEntry(*menu, text);
         if (!entry || !entry->isEnabled()) {
@@ -264,7 +264,7 @@ void MainDesk::Picture(const QString &name)
 bool MainDesk::Quit()
 {
     return Choose("File", QStringLiteral("Quit"))
-        && QTest::qWaitFor([this] { return !window->isVisible(); });
+        && QTest::qWaitFor([this] { return !window->isVisible(); }, kPatience);
 }
 
 } // namespace testing

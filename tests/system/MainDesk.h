@@ -19,6 +19,8 @@ namespace testing {
 class MainDesk : public QObject
 {
 public:
+    static constexpr int kPatience = 60000; // ms, on a busy machine
+
     /// The window as it comes up for somebody who starts it the first time.
     MainDesk();
     ~MainDesk() override;

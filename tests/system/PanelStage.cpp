@@ -16,6 +16,8 @@ using namespace rostrum;
 namespace testing {
 namespace {
 
+constexpr int kPatience = 60000; // ms, on a busy machine
+
 constexpr int kImages = 20; // of each series, numbered from 0
 constexpr int kTimersTime = 130; // ms; more than the panel waits before it follows a command
 
@@ -80,7 +82,7 @@ PanelStage::PanelStage()
     if (!refused.isEmpty())
         qFatal("the plug-in: %s", qPrintable(refused));
     host.Driver().TogglePanel(kPanelName);
-    if (!container || !QTest::qWaitFor([this] { return IsActive(); }))
+    if (!container || !QTest::qWaitFor([this] { return IsActive(); }, kPatience))
         qFatal("the panel's window does not come up");
     Settle();
     if (!Panel() || !Sheet() || !Graph() || !Dock())

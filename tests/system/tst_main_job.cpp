@@ -147,7 +147,8 @@ int ShowScene(const QString &project, const QString &pictures)
     MainDesk desk;
     desk.pictures = pictures;
     if (!desk.Window().Open(project) || !desk.Choose("Window", QStringLiteral("morvex"))
-        || !QTest::qWaitFor([&] { return desk.Sheet() && desk.Sheet()->columnCount() == 3; }))
+        || !QTest::qWaitFor(
+            [&] { return desk.Sheet() && desk.Sheet()->columnCount() == 3; }, MainDesk::kPatience))
         return kWentWrong;
     auto *viewer = desk.Window().findChild<Viewer *>();
     desk.Session().SetCurrentFrame(29); // of a splash
