@@ -60,8 +60,8 @@ private:
     bool background = true;
     std::map<qint32, Frame> frames;
     QVector<QImage> spares; // memory of frames that were taken out, to be drawn into again
-    Frame
-        loose; // the last one that is not kept; its memory is drawn into again unless somebody holds it
+    // The last one that is not kept; its memory is drawn into again unless somebody holds it.
+    Frame loose;
 };
 
 } // namespace rostrum
